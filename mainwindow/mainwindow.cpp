@@ -1,0 +1,6 @@
+#include "mainwindow.h"
+
+MainWindow::MainWindow()
+{
+    setWindowTitle(QStringLiteral("Zephlane 4"));
+}

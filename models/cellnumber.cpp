@@ -1,0 +1,65 @@
+#include "cellnumber.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace CellNumber {
+
+namespace {
+
+// Counts the digits from `pos`, moving `pos` past them.
+int SkipDigits(std::string_view bytes, size_t *pos)
+{
+    const size_t start = *pos;
+    while (*pos < bytes.size() && bytes[*pos] >= '0' && bytes[*pos] <= '9')
+        ++*pos;
+    return int(*pos - start);
+}
+
+} // namespace
+
+bool ParsePlainDecimal(std::string_view bytes, double *value)
+{
+    size_t pos = 0;
+    if (pos < bytes.size() && bytes[pos] == '-')
+        ++pos;
+    const int whole = SkipDigits(bytes, &pos);
+    // Past 300 digits a value could overflow, which only the slow path reports.
+    if (whole == 0 || whole > 300)
+        return false;
+    if (pos < bytes.size() && bytes[pos] == '.') {
+        ++pos;
+        SkipDigits(bytes, &pos);
+    }
+    if (pos != bytes.size())
+        return false;
+    std::from_chars(bytes.data(), bytes.data() + bytes.size(), *value);
+    return true;
+}
+
+bool ParsePlainInteger(std::string_view bytes, int *value)
+{
+    size_t pos = 0;
+    if (pos < bytes.size() && bytes[pos] == '-')
+        ++pos;
+    const int digits = SkipDigits(bytes, &pos);
+    // Nine digits always fit into 32 bits; longer ones take the slow path.
+    if (digits == 0 || digits > 9 || pos != bytes.size())
+        return false;
+    std::from_chars(bytes.data(), bytes.data() + bytes.size(), *value);
+    return true;
+}
+
+int TruncateToInt(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= double(std::numeric_limits<int>::max()))
+        return std::numeric_limits<int>::max();
+    if (value <= double(std::numeric_limits<int>::min()))
+        return std::numeric_limits<int>::min();
+    return int(value);
+}
+
+} // namespace CellNumber

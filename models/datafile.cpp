@@ -1,0 +1,48 @@
+#include "datafile.h"
+
+#include "datafileparser.h"
+#include "filetext.h"
+#include "headerline.h"
+#include "linecursor.h"
+
+DataFile::DataFile(const QString &path)
+    : path(path)
+{
+    WireModels();
+    Parse();
+}
+
+DataFile::DataFile()
+{
+    WireModels();
+}
+
+void DataFile::WireModels()
+{
+    mainProxy.setSourceModel(&mainModel);
+    mainProxy.setDynamicSortFilter(false);
+    sectionProxy.setSourceModel(&sectionModel);
+}
+
+void DataFile::Parse()
+{
+    const std::shared_ptr<CellText> text = FileText::Read(path);
+    LineCursor lines(*text);
+    legacyFormat = !HeaderLine::IsFieldLine(LineCursor(*text).NextLineText());
+    if (legacyFormat) {
+        lines.NextLine();
+        experimentName = lines.NextLineText();
+        date = lines.NextLineText();
+        lines.NextLine();
+    } else {
+        DataFileParser::ReadFieldLines(lines, &headerFields);
+        experimentName = headerFields[QStringLiteral(".Experiment Name")];
+        date = headerFields[QStringLiteral(".Date")];
+    }
+
+    DataFileParser parser(text);
+    parser.ReadTable(lines);
+    SectionStores stores = parser.CollectStatistics(&overall);
+    parser.HandOver(&mainModel);
+    sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
+}

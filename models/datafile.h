@@ -1,0 +1,53 @@
+#pragma once
+
+#include "mainmodel.h"
+#include "mainproxy.h"
+#include "proxymodel.h"
+#include "sectionmodel.h"
+#include "sectionstats.h"
+
+#include <QMap>
+#include <QString>
+
+class QFile;
+
+// The record of one opened data file, or of several files combined for a
+// multiple selection: its header facts, rows, statistics and the proxies
+// that the table views show. Owned by the main window's list of files.
+class DataFile
+{
+public:
+    explicit DataFile(const QString &path);
+    // An empty record, the start of a combined one.
+    DataFile();
+    DataFile(const DataFile &) = delete;
+    DataFile &operator=(const DataFile &) = delete;
+
+    QString ExperimentName() const { return experimentName; }
+    void SetExperimentName(const QString &name) { experimentName = name; }
+    QString Path() const { return path; }
+    QString Date() const { return date; }
+    bool LegacyFormat() const { return legacyFormat; }
+    const QMap<QString, QString> &HeaderFields() const { return headerFields; }
+
+    SectionStats &Overall() { return overall; }
+    MainModel &GetMainModel() { return mainModel; }
+    MainProxy &GetMainProxy() { return mainProxy; }
+    SectionModel &GetSectionModel() { return sectionModel; }
+    ProxyModel &GetSectionProxy() { return sectionProxy; }
+
+private:
+    void WireModels();
+    void Parse();
+
+    bool legacyFormat = false;
+    QString path;
+    QString experimentName;
+    QString date;
+    SectionStats overall;
+    QMap<QString, QString> headerFields;
+    MainModel mainModel;
+    MainProxy mainProxy;
+    SectionModel sectionModel;
+    ProxyModel sectionProxy;
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+// The two kinds of line a dotted file's header block is made of. Both
+// tests are those of the whole-line patterns "(\..*\t).*" and "^\.$" in
+// ECMAScript syntax on the line's UTF-8 text.
+namespace HeaderLine {
+
+bool IsFieldLine(const QString &line);
+bool IsDotLine(const QString &line);
+// Whether the line matches "^\S*$" in full: no blank, TAB, LF, VT, FF or CR.
+bool HasNoWhiteSpace(const QString &line);
+
+} // namespace HeaderLine

@@ -1,0 +1,113 @@
+#include "mainmodel.h"
+
+#include "sectionstats.h"
+
+#include <numeric>
+
+MainModel::MainModel(QObject *parent, bool isPlaceholder)
+    : BaseModel(parent)
+    , flagIcon(QStringLiteral(":/img/flag.png"))
+    , isPlaceholder(isPlaceholder)
+{
+}
+
+void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
+{
+    headers.swap(titles);
+    titles.clear();
+    allColumns.swap(columns);
+    columns.clear();
+    const int rows = TotalRowCount();
+    allFlags = QVector<bool>(rows, false);
+    flags = allFlags;
+    flaggedCount = 0;
+    visibleRows.resize(rows);
+    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    FindKeyColumns();
+}
+
+int MainModel::rowCount(const QModelIndex &) const
+{
+    return allColumns.isEmpty() ? 0 : visibleRows.size();
+}
+
+int MainModel::columnCount(const QModelIndex &) const
+{
+    return headers.size();
+}
+
+QVariant MainModel::data(const QModelIndex &index, int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+        return allColumns[index.column()].values.at(FileRow(index.row()));
+    case Qt::DecorationRole:
+        if (index.column() == 0 && flags[index.row()])
+            return flagIcon;
+        return QVariant();
+    case Qt::BackgroundRole:
+    case Qt::ForegroundRole:
+        return RowColor(index, role);
+    default:
+        return QVariant();
+    }
+}
+
+QVariant MainModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role == Qt::DisplayRole && orientation == Qt::Horizontal)
+        return headers.value(section);
+    if (role == Qt::DisplayRole && orientation == Qt::Vertical)
+        return isPlaceholder ? QVariant(QString()) : QVariant(section + 1);
+    return BaseModel::headerData(section, orientation, role);
+}
+
+int MainModel::TotalRowCount() const
+{
+    return allColumns.isEmpty() ? 0 : allColumns.first().values.size();
+}
+
+bool MainModel::IsColumnEmpty(int column) const
+{
+    if (column == 0)
+        return true;
+    return column > 0 && column < allColumns.size() && allColumns[column].allEmpty;
+}
+
+void MainModel::SetRowColors(const QVector<QColor> &colors)
+{
+    rowColors = colors;
+    rowColors.resize(5);
+}
+
+void MainModel::SetColorEntireRow(bool value)
+{
+    colorEntireRow = value;
+}
+
+void MainModel::FindKeyColumns()
+{
+    errorCodeColumn = headers.indexOf(QStringLiteral("Error\nCode"));
+    reactionTimeColumn = headers.indexOf(QStringLiteral("Reaction\nTime"));
+}
+
+// The code is read from allColumns at the visible row number, so once rows
+// are hidden a row takes the colour of whichever file row has its number.
+QVariant MainModel::RowColor(const QModelIndex &index, int role) const
+{
+    if (errorCodeColumn < 0 || reactionTimeColumn < 0)
+        return QVariant();
+    const int column = index.column();
+    if (column != errorCodeColumn && column != reactionTimeColumn && !colorEntireRow)
+        return QVariant();
+    const int k = CodeIndex(allColumns[errorCodeColumn].values.at(index.row()));
+    if (k < 0)
+        return QVariant();
+    if (role == Qt::ForegroundRole)
+        return rowColors[k] == QColor(Qt::black) ? QVariant(QColor(Qt::white)) : QVariant();
+    if (!flagOverride && rowColors[k].isValid())
+        return rowColors[k];
+    if (flags[index.row()])
+        return rowColors[4].isValid() ? QVariant(rowColors[4]) : QVariant();
+    return rowColors[k].isValid() ? QVariant(rowColors[k]) : QVariant();
+}

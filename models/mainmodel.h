@@ -1,0 +1,70 @@
+#pragma once
+
+#include "basemodel.h"
+#include "datacolumn.h"
+
+#include <QColor>
+#include <QIcon>
+#include <QStringList>
+#include <QVector>
+
+// The table of the raw rows of one data file: every row of the file, the
+// rows now visible, their flags and the row colours. Owned by its DataFile;
+// the main window owns one more as the empty placeholder grid.
+//
+// The visible table is allColumns read through visibleRows: a second copy
+// of the cells would only cost memory, and the time of taking cells out of
+// every column one row at a time when rows are hidden.
+class MainModel : public BaseModel
+{
+    Q_OBJECT
+
+public:
+    explicit MainModel(QObject *parent = nullptr, bool isPlaceholder = false);
+
+    // Takes over a parsed table and empties the arguments.
+    void LoadData(QStringList &titles, QVector<DataColumn> &columns);
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    int ErrorCodeColumn() const { return errorCodeColumn; }
+    int ReactionTimeColumn() const { return reactionTimeColumn; }
+    int TotalRowCount() const;
+    int HiddenRowCount() const { return hiddenRows.size(); }
+    int FlaggedRowCount() const { return flaggedCount; }
+    const QVector<bool> &Flags() const { return flags; }
+    bool IsColumnEmpty(int column) const;
+    void SetRowColors(const QVector<QColor> &colors);
+    void SetColorEntireRow(bool value);
+
+private:
+    // Row of allColumns shown at visible row `row`.
+    int FileRow(int row) const { return visibleRows[row]; }
+    void FindKeyColumns();
+    QVariant RowColor(const QModelIndex &index, int role) const;
+
+    QStringList headers;
+    QVector<DataColumn> allColumns;
+    QVector<bool> allFlags;
+    QVector<bool> flags;
+    QVector<QColor> rowColors = QVector<QColor>(5);
+    bool colorEntireRow = false;
+    bool flagOverride = false;
+    double average = 0;
+    double standardDeviation = 0;
+    QVector<int> hiddenRows;
+    QVector<int> visibleRows;
+    QIcon flagIcon;
+    bool applyFlags = false;
+    bool isPlaceholder;
+    bool flagValue = false;
+
+    // Found again whenever the titles change, rather than at every cell painted.
+    int errorCodeColumn = -1;
+    int reactionTimeColumn = -1;
+    // True entries of `flags`, kept as they change.
+    int flaggedCount = 0;
+};

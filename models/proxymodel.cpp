@@ -1,0 +1,18 @@
+#include "proxymodel.h"
+
+// Decided pair by pair: a number beside an empty or non-numeric cell
+// compares as text, so a mixed column has no single consistent order.
+bool ProxyModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
+{
+    const QVariant leftValue = sourceModel()->data(left, Qt::DisplayRole);
+    const QVariant rightValue = sourceModel()->data(right, Qt::DisplayRole);
+    if (leftValue.type() == QVariant::String && rightValue.type() == QVariant::String) {
+        bool leftOk = false;
+        bool rightOk = false;
+        const double leftNumber = leftValue.toDouble(&leftOk);
+        const double rightNumber = rightValue.toDouble(&rightOk);
+        if (leftOk && rightOk)
+            return leftNumber < rightNumber;
+    }
+    return QSortFilterProxyModel::lessThan(left, right);
+}

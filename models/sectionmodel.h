@@ -1,0 +1,55 @@
+#pragma once
+
+#include "basemodel.h"
+#include "hiddensectionstats.h"
+#include "sectionstats.h"
+
+#include <QList>
+#include <QMap>
+#include <QStringList>
+#include <QVector>
+
+// Response statistics of one file grouped by section (per block, trial,
+// trial variable value or code value), and the table of one group that the
+// summary tab shows. Owned by its DataFile.
+class SectionModel : public BaseModel
+{
+    Q_OBJECT
+
+public:
+    explicit SectionModel(QObject *parent = nullptr);
+    ~SectionModel() override;
+
+    // Takes over the four stores and empties the arguments.
+    void SetSections(QVector<SectionStats> &blocks, QVector<SectionStats> &trials,
+                     QMap<QString, QVector<SectionStats>> &trialVariables,
+                     QMap<QString, QVector<SectionStats>> &codeColumns);
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    QStringList TrialVariableNames() const;
+    QStringList CodeNames() const;
+    const QList<HiddenSectionStats *> &HiddenStats() const { return hiddenStats; }
+
+public slots:
+    void ChangeSectionType(int sectionType);
+    void ChangeDataType(int dataType);
+    void ChangeSubIndex(int subIndex);
+
+private:
+    // The records that the selectors choose; null when they choose none.
+    const QVector<SectionStats> *Shown() const;
+    void EmitAllChanged();
+
+    QVector<SectionStats> blocks;
+    QVector<SectionStats> trials;
+    QMap<QString, QVector<SectionStats>> trialVariables;
+    QMap<QString, QVector<SectionStats>> codeColumns;
+    int sectionType = 0;
+    int dataType = 0;
+    int subIndex = 0;
+    QList<HiddenSectionStats *> hiddenStats;
+};

@@ -1,0 +1,74 @@
+#include "modalcatcher.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+
+ModalCatcher::ModalCatcher()
+{
+    connect(&timer, &QTimer::timeout, this, &ModalCatcher::Poll);
+    timer.start(5);
+}
+
+void ModalCatcher::QueueFileAnswer(const QStringList &paths)
+{
+    fileAnswers.append(paths);
+}
+
+void ModalCatcher::Clear()
+{
+    messages.clear();
+    fileDialogs.clear();
+}
+
+void ModalCatcher::Poll()
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (!widget->isVisible())
+            continue;
+        if (AnswerMessageBox(widget) || AnswerFileDialog(widget))
+            return;
+    }
+}
+
+bool ModalCatcher::AnswerMessageBox(QWidget *widget)
+{
+    auto *box = qobject_cast<QMessageBox *>(widget);
+    if (!box)
+        return false;
+    messages.append(box->windowTitle() + QLatin1Char('|') + box->text());
+    QAbstractButton *button = box->defaultButton();
+    if (!button && !box->buttons().isEmpty())
+        button = box->buttons().first();
+    if (button)
+        button->click();
+    else
+        box->close();
+    return true;
+}
+
+bool ModalCatcher::AnswerFileDialog(QWidget *widget)
+{
+    auto *dialog = qobject_cast<QFileDialog *>(widget);
+    if (!dialog)
+        return false;
+    fileDialogs.append(dialog->windowTitle() + QLatin1Char('|') + dialog->directory().absolutePath()
+                       + QLatin1Char('|') + dialog->nameFilters().join(QLatin1Char(';')));
+    const QStringList paths = fileAnswers.isEmpty() ? QStringList() : fileAnswers.takeFirst();
+    if (paths.isEmpty()) {
+        dialog->reject();
+        return true;
+    }
+    dialog->setDirectory(QFileInfo(paths.first()).absolutePath());
+    QStringList names;
+    for (const QString &path : paths)
+        names.append(QLatin1Char('"') + QFileInfo(path).fileName() + QLatin1Char('"'));
+    auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    if (edit)
+        edit->setText(paths.size() == 1 ? QFileInfo(paths.first()).fileName() : names.join(QLatin1Char(' ')));
+    dialog->accept();
+    return true;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+// Answers the modal boxes and file dialogs that the program opens while a
+// test drives it: message boxes are recorded and closed with their default
+// button, file dialogs get the next queued answer (or are cancelled).
+class ModalCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    ModalCatcher();
+
+    // The next file dialog selects these paths; an empty list cancels it.
+    void QueueFileAnswer(const QStringList &paths);
+    // Title and text of each message box seen, as "title|text".
+    QStringList Messages() const { return messages; }
+    // Captions of the file dialogs seen, with their start directories and filters.
+    QStringList FileDialogs() const { return fileDialogs; }
+    void Clear();
+
+private:
+    void Poll();
+    bool AnswerMessageBox(QWidget *widget);
+    bool AnswerFileDialog(QWidget *widget);
+
+    QTimer timer;
+    QStringList messages;
+    QStringList fileDialogs;
+    QList<QStringList> fileAnswers;
+};
