@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 
 ModalCatcher::ModalCatcher()
 {
@@ -69,6 +70,7 @@ bool ModalCatcher::AnswerFileDialog(QWidget *widget)
     auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     if (edit)
         edit->setText(paths.size() == 1 ? QFileInfo(paths.first()).fileName() : names.join(QLatin1Char(' ')));
-    dialog->accept();
+    // accept() is protected in QFileDialog; its slot is still reachable.
+    QMetaObject::invokeMethod(dialog, "accept");
     return true;
 }
