@@ -46,3 +46,26 @@ void DataFile::Parse()
     parser.HandOver(&mainModel);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
 }
+
+void DataFile::CopyFrom(const DataFile &other)
+{
+    experimentName = other.experimentName;
+    date = other.date;
+    overall = other.overall;
+    mainModel.CopyRows(other.mainModel);
+    sectionModel.CopySections(other.sectionModel);
+}
+
+// The dates run together on purpose: each one is followed by a blank and
+// nothing stands before it, which is how the merged file shows them.
+void DataFile::Combine(const DataFile &other)
+{
+    if (!experimentName.isEmpty())
+        experimentName += QLatin1String(" & ");
+    experimentName += other.experimentName;
+    date += other.date + QLatin1Char(' ');
+    mainModel.AppendRows(other.mainModel);
+    overall.Add(other.overall);
+    overall.Finish();
+    sectionModel.MergeSections(other.sectionModel);
+}

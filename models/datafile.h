@@ -30,6 +30,11 @@ public:
     bool LegacyFormat() const { return legacyFormat; }
     const QMap<QString, QString> &HeaderFields() const { return headerFields; }
 
+    // Starts a combined record from the first selected file.
+    void CopyFrom(const DataFile &other);
+    // Adds a further selected file to a combined record.
+    void Combine(const DataFile &other);
+
     SectionStats &Overall() { return overall; }
     MainModel &GetMainModel() { return mainModel; }
     MainProxy &GetMainProxy() { return mainProxy; }

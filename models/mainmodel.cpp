@@ -2,6 +2,7 @@
 
 #include "sectionstats.h"
 
+#include <algorithm>
 #include <numeric>
 
 MainModel::MainModel(QObject *parent, bool isPlaceholder)
@@ -23,6 +24,50 @@ void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
     flaggedCount = 0;
     visibleRows.resize(rows);
     std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    FindKeyColumns();
+}
+
+void MainModel::CopyRows(const MainModel &other)
+{
+    headers = other.headers;
+    allFlags = other.allFlags;
+    allColumns = other.allColumns;
+    visibleRows = other.visibleRows;
+    hiddenRows = other.hiddenRows;
+    flags = other.flags;
+    flaggedCount = other.flaggedCount;
+    FindKeyColumns();
+}
+
+// Columns new in `other` go to the far right in its order. A column that
+// this table had empty keeps its empty mark even when `other` fills it.
+void MainModel::AppendRows(const MainModel &other)
+{
+    const int n = TotalRowCount();
+    const int m = other.TotalRowCount();
+    for (const int row : other.visibleRows)
+        visibleRows.append(row + n);
+    for (const int row : other.hiddenRows)
+        hiddenRows.append(row + n);
+    for (DataColumn &column : allColumns)
+        column.values.AppendEmpty(m);
+    for (int i = 0; i < other.headers.size(); ++i) {
+        const int k = headers.indexOf(other.headers[i]);
+        if (k < 0) {
+            DataColumn column(n);
+            column.Append(other.allColumns[i]);
+            allColumns.append(column);
+        } else {
+            allColumns[k].values.Truncate(n);
+            allColumns[k].values.AppendList(other.allColumns[i].values);
+        }
+    }
+    headers.append(other.headers);
+    headers.removeDuplicates();
+    allFlags.append(other.allFlags);
+    flags.append(other.flags);
+    flaggedCount += other.flaggedCount;
+    std::sort(hiddenRows.begin(), hiddenRows.end());
     FindKeyColumns();
 }
 

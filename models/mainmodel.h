@@ -24,6 +24,10 @@ public:
 
     // Takes over a parsed table and empties the arguments.
     void LoadData(QStringList &titles, QVector<DataColumn> &columns);
+    // Makes this table a copy of `other`'s titles, rows, flags and hidden rows.
+    void CopyRows(const MainModel &other);
+    // Adds `other`'s rows below these, joining the columns by exact title.
+    void AppendRows(const MainModel &other);
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -9,6 +9,18 @@ const QVector<SectionStats> *EntryAt(const QMap<QString, QVector<SectionStats>> 
     return &*std::next(map.constBegin(), position);
 }
 
+void MergeStores(QMap<QString, QVector<SectionStats>> &into,
+                 const QMap<QString, QVector<SectionStats>> &other)
+{
+    for (auto entry = other.constBegin(); entry != other.constEnd(); ++entry) {
+        auto found = into.find(entry.key());
+        if (found == into.end())
+            into.insert(entry.key(), entry.value());
+        else
+            MergeStats(*found, entry.value());
+    }
+}
+
 } // namespace
 
 SectionModel::SectionModel(QObject *parent)
@@ -33,6 +45,22 @@ void SectionModel::SetSections(QVector<SectionStats> &blocks, QVector<SectionSta
     trials.clear();
     trialVariables.clear();
     codeColumns.clear();
+}
+
+void SectionModel::CopySections(const SectionModel &other)
+{
+    blocks = other.blocks;
+    trials = other.trials;
+    trialVariables = other.trialVariables;
+    codeColumns = other.codeColumns;
+}
+
+void SectionModel::MergeSections(const SectionModel &other)
+{
+    MergeStats(blocks, other.blocks);
+    MergeStats(trials, other.trials);
+    MergeStores(trialVariables, other.trialVariables);
+    MergeStores(codeColumns, other.codeColumns);
 }
 
 int SectionModel::rowCount(const QModelIndex &) const

@@ -25,6 +25,12 @@ public:
                      QMap<QString, QVector<SectionStats>> &trialVariables,
                      QMap<QString, QVector<SectionStats>> &codeColumns);
 
+    // Makes the four stores copies of `other`'s; hidden records and
+    // selectors stay as they are.
+    void CopySections(const SectionModel &other);
+    // Adds `other`'s sections, matching records by name within each store.
+    void MergeSections(const SectionModel &other);
+
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
