@@ -14,4 +14,7 @@ struct CellText
     QTextCodec *codec = nullptr;
 
     QString Decode(const char *data, int size) const;
+
+private:
+    QString DecodeBytes(const char *data, int size) const;
 };

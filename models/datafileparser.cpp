@@ -58,8 +58,15 @@ void SplitLine(std::string_view line, int offset, std::vector<std::vector<CellSp
             continue;
         }
         const char *tab = static_cast<const char *>(std::memchr(at, '\t', size_t(end - at)));
+        const char *cellStart = at;
         const char *cellEnd = tab ? tab : end;
-        column.push_back(CellSpan{quint32(offset + (at - line.data())), quint32(cellEnd - at)});
+        // CRs at either end of a cell decode to nothing; leaving them out
+        // keeps "12.5\r" a plain number and "\r" an empty cell.
+        while (cellStart < cellEnd && *cellStart == '\r')
+            ++cellStart;
+        while (cellEnd > cellStart && cellEnd[-1] == '\r')
+            --cellEnd;
+        column.push_back(CellSpan{quint32(offset + (cellStart - line.data())), quint32(cellEnd - cellStart)});
         more = tab != nullptr;
         at = tab ? tab + 1 : end;
     }

@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QTextCodec>
 
-#include <cstring>
 
 namespace {
 
@@ -21,25 +20,25 @@ QByteArray ReadBytes(const QString &path)
     return bytes;
 }
 
-// Text mode drops every CR, not only those before a line feed.
-void RemoveCarriageReturns(QByteArray &bytes)
-{
-    char *begin = bytes.data();
-    char *end = begin + bytes.size();
-    char *from = static_cast<char *>(std::memchr(begin, '\r', size_t(end - begin)));
-    if (!from)
-        return;
-    char *to = from;
-    for (; from < end; ++from) {
-        if (*from != '\r')
-            *to++ = *from;
-    }
-    bytes.truncate(int(to - begin));
-}
-
 bool StartsWithUtf8Mark(const QByteArray &bytes)
 {
     return bytes.startsWith("\xEF\xBB\xBF");
+}
+
+// A text stream holds back the start of a multi-byte character until the
+// rest arrives; at the end of the file it never does, and the bytes vanish.
+void DropUnfinishedCharacter(QByteArray &bytes)
+{
+    int lead = bytes.size() - 1;
+    while (lead >= 0 && lead >= bytes.size() - 3 && (uchar(bytes[lead]) & 0xC0) == 0x80)
+        --lead;
+    if (lead < 0 || (uchar(bytes[lead]) & 0xC0) != 0xC0)
+        return;
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString decoded =
+        QTextCodec::codecForMib(106)->toUnicode(bytes.constData() + lead, bytes.size() - lead, &state);
+    if (decoded.isEmpty() && state.remainingChars > 0)
+        bytes.truncate(lead);
 }
 
 } // namespace
@@ -48,7 +47,6 @@ std::shared_ptr<CellText> FileText::Read(const QString &path)
 {
     auto text = std::make_shared<CellText>();
     text->bytes = ReadBytes(path);
-    RemoveCarriageReturns(text->bytes);
 
     QTextCodec *locale = QTextCodec::codecForLocale();
     QTextCodec *detected = QTextCodec::codecForUtfText(text->bytes, locale);
@@ -57,9 +55,16 @@ std::shared_ptr<CellText> FileText::Read(const QString &path)
     } else if (detected != locale && detected->mibEnum() != 106) {
         // UTF-16 and UTF-32 files are turned into UTF-8 once, so that cells
         // can still be cut at TAB and LF bytes.
-        text->bytes = detected->toUnicode(text->bytes).toUtf8();
+        text->bytes = detected->toUnicode(text->bytes).remove(QLatin1Char('\r')).toUtf8();
     } else if (locale->mibEnum() != 106) {
         text->codec = locale;
     }
+    if (!text->codec)
+        DropUnfinishedCharacter(text->bytes);
+    // CRs at the very end decode to nothing, so they cannot make a last line.
+    int end = text->bytes.size();
+    while (end > 0 && text->bytes[end - 1] == '\r')
+        --end;
+    text->bytes.truncate(end);
     return text;
 }

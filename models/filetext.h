@@ -6,9 +6,11 @@
 
 #include <memory>
 
-// Reads a whole file as a text stream on a file opened in text mode sees it:
-// every CR byte removed, a leading byte order mark honoured, and otherwise
-// the locale's decoding. An unreadable file reads as an empty one.
+// Reads a whole file for cutting into cells, keeping what a text stream on a
+// file opened in text mode would make of it: a leading byte order mark
+// honoured, otherwise the locale's decoding, and the start of a character
+// left unfinished at the very end dropped. CRs stay in the bytes and are
+// dropped when a cell is decoded. An unreadable file reads as an empty one.
 class FileText
 {
 public:
