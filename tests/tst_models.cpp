@@ -1,0 +1,262 @@
+// The table models, the sorting proxies and the flag column's painting, as
+// a view sees them.
+
+#include "datafile.h"
+#include "datafilebuilder.h"
+#include "flagdelegate.h"
+#include "testenvironment.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QColor kSelection(QStringLiteral("#C7DDFC"));
+
+QVector<QColor> Colors(const QColor &c, const QColor &e, const QColor &nr, const QColor &sc,
+                       const QColor &flagged = QColor())
+{
+    return {c, e, nr, sc, flagged};
+}
+
+QStringList Column(QAbstractItemModel &model, int column)
+{
+    QStringList cells;
+    for (int row = 0; row < model.rowCount(); ++row)
+        cells << model.data(model.index(row, column)).toString();
+    return cells;
+}
+
+} // namespace
+
+class TestModels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void colorsRowsByCode_data();
+    void colorsRowsByCode();
+    void paintsNoColorWithoutCodeOrTimeColumn();
+    void answersHeadersAndPlaceholder();
+    void reportsEmptyColumnsFromAllRows();
+    void cyclesSortStateAndIcon();
+    void sortsNumbersAsNumbersAndTheRestAsText_data();
+    void sortsNumbersAsNumbersAndTheRestAsText();
+    void numbersRowsByPlaceOnScreen();
+    void flagColumnPaintsOnlySelectionAndIcon();
+
+private:
+    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
+    std::unique_ptr<QTemporaryDir> dir;
+};
+
+void TestModels::init()
+{
+    dir = std::make_unique<QTemporaryDir>();
+}
+
+std::unique_ptr<DataFile> TestModels::Open(const DataFileBuilder &builder)
+{
+    return std::make_unique<DataFile>(builder.Write(dir->filePath("data.txt")));
+}
+
+void TestModels::colorsRowsByCode_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QVector<QColor>>("colors");
+    QTest::addColumn<bool>("entireRow");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QColor>("background");
+    QTest::addColumn<QColor>("foreground");
+    const QVector<QColor> set = Colors(Qt::green, Qt::red, Qt::gray, Qt::black, Qt::blue);
+    // Model columns: 11 "Error\nCode", 12 "Reaction\nTime", 4 "Block\nName".
+    QTest::newRow("correct on code column") << "C" << set << false << 11 << QColor(Qt::green) << QColor();
+    QTest::newRow("incorrect on time column") << "E" << set << false << 12 << QColor(Qt::red) << QColor();
+    QTest::newRow("other column stays plain") << "E" << set << false << 4 << QColor() << QColor();
+    QTest::newRow("entire row") << "NR" << set << true << 4 << QColor(Qt::gray) << QColor();
+    QTest::newRow("black gives white text") << "SC" << set << false << 11 << QColor(Qt::black) << QColor(Qt::white);
+    QTest::newRow("near black keeps dark text")
+        << "SC" << Colors(Qt::green, Qt::red, Qt::gray, QColor(1, 0, 0)) << false << 11 << QColor(1, 0, 0) << QColor();
+    QTest::newRow("unknown code never coloured") << "X" << set << true << 11 << QColor() << QColor();
+    QTest::newRow("no colour chosen") << "C" << Colors(QColor(), Qt::red, Qt::gray, Qt::black) << true << 11
+                                      << QColor() << QColor();
+}
+
+void TestModels::colorsRowsByCode()
+{
+    QFETCH(QString, code);
+    QFETCH(QVector<QColor>, colors);
+    QFETCH(bool, entireRow);
+    QFETCH(int, column);
+    QFETCH(QColor, background);
+    QFETCH(QColor, foreground);
+    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", code, "400"));
+    MainModel &model = file->GetMainModel();
+    model.SetRowColors(colors);
+    model.SetColorEntireRow(entireRow);
+    QCOMPARE(model.data(model.index(0, column), Qt::BackgroundRole).value<QColor>(), background);
+    QCOMPARE(model.data(model.index(0, column), Qt::ForegroundRole).value<QColor>(), foreground);
+}
+
+void TestModels::paintsNoColorWithoutCodeOrTimeColumn()
+{
+    for (const QStringList &upper : {QStringList{"Error", "Reaction"}, QStringList{"Error", "Latency"}}) {
+        const auto file = Open(DataFileBuilder().Titles(upper, {"Code", "Time"}).Row({"C", "300"}));
+        MainModel &model = file->GetMainModel();
+        model.SetRowColors(Colors(Qt::green, Qt::red, Qt::gray, Qt::black));
+        model.SetColorEntireRow(true);
+        const bool complete = upper.last() == "Reaction";
+        QCOMPARE(model.data(model.index(0, 1), Qt::BackgroundRole).isValid(), complete);
+    }
+}
+
+void TestModels::answersHeadersAndPlaceholder()
+{
+    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "E", "2"));
+    MainModel &model = file->GetMainModel();
+    QCOMPARE(model.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Flag"));
+    QCOMPARE(model.headerData(11, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Error\nCode"));
+    QCOMPARE(model.headerData(1, Qt::Vertical, Qt::DisplayRole), QVariant(2));
+    QVERIFY(!model.data(model.index(0, 1), Qt::ToolTipRole).isValid());
+    QVERIFY(!model.data(model.index(0, 0), Qt::DecorationRole).isValid());
+    const QAbstractItemModel &base = model;
+    QVERIFY(base.flags(model.index(0, 1)) & Qt::ItemIsSelectable);
+    QVERIFY(!(base.flags(model.index(0, 1)) & Qt::ItemIsEditable));
+
+    MainModel placeholder(nullptr, true);
+    QStringList titles;
+    QVector<DataColumn> columns;
+    for (int i = 0; i < 50; ++i) {
+        titles << QString();
+        columns << DataColumn(50);
+    }
+    placeholder.LoadData(titles, columns);
+    QVERIFY(titles.isEmpty() && columns.isEmpty());
+    QCOMPARE(placeholder.rowCount(), 50);
+    QCOMPARE(placeholder.columnCount(), 50);
+    QCOMPARE(placeholder.headerData(3, Qt::Vertical, Qt::DisplayRole).toString(), QString());
+
+    const auto empty = Open(DataFileBuilder().ProductTitles());
+    QCOMPARE(empty->GetMainModel().rowCount(), 0);
+    QCOMPARE(empty->GetMainModel().headerData(12, Qt::Horizontal, Qt::DisplayRole).toString(),
+             QString("Reaction\nTime"));
+}
+
+void TestModels::reportsEmptyColumnsFromAllRows()
+{
+    const auto file = Open(DataFileBuilder()
+                               .Titles({"Error", "Reaction", "", "Note"}, {"Code", "Time", "Key", "Text"})
+                               .Row({"C", "1", "", ""})
+                               .Row({"E", "2", "", "late"}));
+    MainModel &model = file->GetMainModel();
+    QVERIFY(model.IsColumnEmpty(0));
+    QVERIFY(!model.IsColumnEmpty(1));
+    QVERIFY(model.IsColumnEmpty(3));
+    QVERIFY(!model.IsColumnEmpty(4));
+}
+
+void TestModels::cyclesSortStateAndIcon()
+{
+    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
+    MainModel &model = file->GetMainModel();
+    auto icon = [&](int column) {
+        return model.headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
+    };
+    QCOMPARE(model.SortColumn(), -1);
+    QVERIFY(icon(3).isNull());
+    QCOMPARE(model.CycleSortState(3), 1);
+    const QImage ascending = icon(3).pixmap(16).toImage();
+    QVERIFY(!ascending.isNull());
+    QCOMPARE(model.CycleSortState(3), 2);
+    QVERIFY(icon(3).pixmap(16).toImage() != ascending);
+    QCOMPARE(model.CycleSortState(3), 0);
+    QVERIFY(icon(3).isNull());
+    QCOMPARE(model.CycleSortState(3), 1);
+    // Another column always starts at ascending and takes the icon along.
+    QCOMPARE(model.CycleSortState(3), 2);
+    QCOMPARE(model.CycleSortState(5), 1);
+    QVERIFY(icon(3).isNull());
+    QVERIFY(!icon(5).isNull());
+    QVERIFY(!model.headerData(5, Qt::Vertical, Qt::DecorationRole).isValid());
+    QVERIFY(!model.headerData(5, Qt::Horizontal, Qt::ToolTipRole).isValid());
+    QCOMPARE(model.CycleSortState(3), 1);
+    // Hiding a sorted column resets the state but keeps the column.
+    model.SetSortState(0);
+    QCOMPARE(model.SortColumn(), 3);
+    QVERIFY(icon(3).isNull());
+}
+
+void TestModels::sortsNumbersAsNumbersAndTheRestAsText_data()
+{
+    QTest::addColumn<QStringList>("cells");
+    QTest::addColumn<QStringList>("ascending");
+    QTest::newRow("numbers") << QStringList{"10", "9", "-2.5", "100"} << QStringList{"-2.5", "9", "10", "100"};
+    QTest::newRow("number beside empty is text") << QStringList{"9", ""} << QStringList{"", "9"};
+    QTest::newRow("capitals first") << QStringList{"abc", "ABC"} << QStringList{"ABC", "abc"};
+    QTest::newRow("equal numbers keep file order") << QStringList{"5.0", "5", "05"} << QStringList{"5.0", "5", "05"};
+}
+
+void TestModels::sortsNumbersAsNumbersAndTheRestAsText()
+{
+    QFETCH(QStringList, cells);
+    QFETCH(QStringList, ascending);
+    DataFileBuilder builder;
+    builder.Titles({"Error", "Reaction"}, {"Code", "Time"});
+    for (const QString &cell : cells)
+        builder.Row({"C", cell});
+    const auto file = Open(builder);
+    MainProxy &proxy = file->GetMainProxy();
+    proxy.sort(2, Qt::AscendingOrder);
+    QCOMPARE(Column(proxy, 2), ascending);
+    proxy.sort(-1, Qt::AscendingOrder);
+    QCOMPARE(Column(proxy, 2), cells);
+}
+
+void TestModels::numbersRowsByPlaceOnScreen()
+{
+    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "C", "3").Trial("B1", "T3", "C", "2"));
+    MainProxy &proxy = file->GetMainProxy();
+    proxy.sort(12, Qt::DescendingOrder);
+    QCOMPARE(Column(proxy, 12), QStringList({"3", "2", "1"}));
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(proxy.headerData(row, Qt::Vertical, Qt::DisplayRole), QVariant(row + 1));
+    QCOMPARE(proxy.headerData(12, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Reaction\nTime"));
+}
+
+// Paints column 0 of a one-row table into an image and reports the colour
+// at the cell's centre and at its corner.
+void TestModels::flagColumnPaintsOnlySelectionAndIcon()
+{
+    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
+    MainModel &model = file->GetMainModel();
+    model.SetRowColors(Colors(Qt::green, Qt::red, Qt::gray, Qt::black));
+    model.SetColorEntireRow(true);
+    FlagDelegate delegate;
+    auto paint = [&](bool selected) {
+        QImage image(40, 30, QImage::Format_ARGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QStyleOptionViewItem option;
+        option.rect = QRect(0, 0, 40, 30);
+        option.state = QStyle::State_Enabled | (selected ? QStyle::State_Selected : QStyle::State_None);
+        delegate.paint(&painter, option, model.index(0, 0));
+        return image;
+    };
+    // The row colour reaches every column but this one, and no text is drawn.
+    const QImage plain = paint(false);
+    for (int y = 0; y < plain.height(); ++y)
+        for (int x = 0; x < plain.width(); ++x)
+            QCOMPARE(plain.pixelColor(x, y), QColor(Qt::white));
+    const QImage selected = paint(true);
+    QCOMPARE(selected.pixelColor(0, 0), kSelection);
+    QCOMPARE(selected.pixelColor(20, 15), kSelection);
+}
+
+ZEPHLANE_TEST_MAIN(TestModels)
+#include "tst_models.moc"
