@@ -5,6 +5,9 @@
 #include "headerline.h"
 #include "linecursor.h"
 
+#include <QFile>
+#include <QTextStream>
+
 DataFile::DataFile(const QString &path)
     : path(path)
 {
@@ -68,4 +71,15 @@ void DataFile::Combine(const DataFile &other)
     overall.Add(other.overall);
     overall.Finish();
     sectionModel.MergeSections(other.sectionModel);
+}
+
+// No codec is set: the file takes the locale's encoding, like every text
+// the program writes.
+void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows,
+                               bool transpose) const
+{
+    QTextStream stream(&file);
+    if (!transpose)
+        stream << "\n{ " << experimentName << " }\n{ " << date << " }\n\n";
+    mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose, file.fileName());
 }

@@ -34,6 +34,9 @@ public:
     void CopyFrom(const DataFile &other);
     // Adds a further selected file to a combined record.
     void Combine(const DataFile &other);
+    // Writes the merged output file into `file`, which the caller has opened;
+    // see MainModel::WriteMergedRows for the choices.
+    void WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose) const;
 
     SectionStats &Overall() { return overall; }
     MainModel &GetMainModel() { return mainModel; }

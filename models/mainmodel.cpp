@@ -2,8 +2,43 @@
 
 #include "sectionstats.h"
 
+#include <QMessageBox>
+#include <QTextStream>
+
 #include <algorithm>
 #include <numeric>
+
+namespace {
+
+// The two title lines of the plain merged file. Every title keeps its place
+// on both lines, so a title that gives one line no text still gives it its
+// tab. "Key" and the code columns right of the reaction time go whole to
+// the second line, the other titles are split at their line breaks.
+void BuildTitleLines(const QStringList &headers, QString *titleLine1, QString *titleLine2)
+{
+    const QChar lineFeed = QLatin1Char('\n');
+    bool afterReactionTime = false;
+    const int last = headers.size() - 1;
+    for (int i = 1; i <= last; ++i) {
+        const QString &title = headers[i];
+        if (title == QLatin1String("Key")) {
+            *titleLine2 += title;
+        } else if (afterReactionTime && !title.contains(QLatin1String("(Trial Variable)"))) {
+            *titleLine2 += title;
+        } else {
+            *titleLine1 += title.section(lineFeed, 0, 0);
+            *titleLine2 += title.section(lineFeed, 1, 1);
+        }
+        if (i != last) {
+            *titleLine1 += QLatin1Char('\t');
+            *titleLine2 += QLatin1Char('\t');
+        }
+        if (title == QLatin1String("Reaction\nTime"))
+            afterReactionTime = true;
+    }
+}
+
+} // namespace
 
 MainModel::MainModel(QObject *parent, bool isPlaceholder)
     : BaseModel(parent)
@@ -130,6 +165,22 @@ void MainModel::SetColorEntireRow(bool value)
     colorEntireRow = value;
 }
 
+void MainModel::WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows,
+                                bool transpose, const QString &fileName) const
+{
+    const QVector<int> rows = MergedRowNumbers(rowsToMerge, includeHiddenRows);
+    if (transpose)
+        WriteTransposedRows(stream, rows);
+    else
+        WritePlainRows(stream, rows);
+    // The caller's stream still holds the text: it reaches the disk only
+    // once the box is closed.
+    QMessageBox::information(nullptr, QStringLiteral("Talvox Zephlane"),
+                             QStringLiteral("Data successfully written to ") + fileName
+                                 + QLatin1Char('.'),
+                             QMessageBox::Ok);
+}
+
 void MainModel::FindKeyColumns()
 {
     errorCodeColumn = headers.indexOf(QStringLiteral("Error\nCode"));
@@ -155,4 +206,51 @@ QVariant MainModel::RowColor(const QModelIndex &index, int role) const
     if (flags[index.row()])
         return rowColors[4].isValid() ? QVariant(rowColors[4]) : QVariant();
     return rowColors[k].isValid() ? QVariant(rowColors[k]) : QVariant();
+}
+
+// The loop counts shown rows but reads the full table by the same number, so
+// with h rows hidden the last h rows of the file never go out, hidden or
+// not. That is how merged files have always been written.
+QVector<int> MainModel::MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const
+{
+    QVector<bool> hidden(TotalRowCount(), false);
+    for (const int row : hiddenRows)
+        hidden[row] = true;
+    QVector<int> rows;
+    const int count = rowCount();
+    for (int r = 0; r < count; ++r) {
+        if ((rowsToMerge == 0 && !allFlags[r]) || (rowsToMerge == 1 && allFlags[r]))
+            continue;
+        if (hidden[r] && !includeHiddenRows)
+            continue;
+        rows.append(r);
+    }
+    return rows;
+}
+
+void MainModel::WritePlainRows(QTextStream &stream, const QVector<int> &rows) const
+{
+    QString titleLine1;
+    QString titleLine2;
+    BuildTitleLines(headers, &titleLine1, &titleLine2);
+    stream << titleLine1 << '\n' << titleLine2 << '\n';
+    for (const int r : rows) {
+        for (int c = 1; c < allColumns.size(); ++c)
+            stream << allColumns[c].values.at(r) << '\t';
+        stream << '\n';
+    }
+}
+
+// One line per column, its title first; every cell keeps its tab and the
+// last line has no line end.
+void MainModel::WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const
+{
+    const int last = headers.size() - 1;
+    for (int i = 1; i <= last; ++i) {
+        stream << QString(headers[i]).replace(QLatin1Char('\n'), QLatin1Char(' ')) << '\t';
+        for (const int r : rows)
+            stream << allColumns[i].values.at(r) << '\t';
+        if (i != last)
+            stream << '\n';
+    }
 }

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+class QTextStream;
+
 // The table of the raw rows of one data file: every row of the file, the
 // rows now visible, their flags and the row colours. Owned by its DataFile;
 // the main window owns one more as the empty placeholder grid.
@@ -44,11 +46,20 @@ public:
     void SetRowColors(const QVector<QColor> &colors);
     void SetColorEntireRow(bool value);
 
+    // Writes the titles and the chosen rows of the merged output file, then
+    // tells the user that `fileName` was written. `rowsToMerge` 0 keeps
+    // flagged rows, 1 unflagged rows, anything else all rows.
+    void WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows,
+                         bool transpose, const QString &fileName) const;
+
 private:
     // Row of allColumns shown at visible row `row`.
     int FileRow(int row) const { return visibleRows[row]; }
     void FindKeyColumns();
     QVariant RowColor(const QModelIndex &index, int role) const;
+    QVector<int> MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const;
+    void WritePlainRows(QTextStream &stream, const QVector<int> &rows) const;
+    void WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const;
 
     QStringList headers;
     QVector<DataColumn> allColumns;
