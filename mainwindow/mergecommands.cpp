@@ -1,0 +1,37 @@
+// MainWindow's merge commands: opening the merge dialog and writing the
+// merged output file of the record in focus.
+
+#include "mainwindow.h"
+
+#include "datafile.h"
+#include "mergedialog.h"
+
+#include <QFile>
+#include <QFileDialog>
+
+void MainWindow::OpenMergeDialog()
+{
+    if (!modelsConnected || !currentFile)
+        return;
+    const MainModel &model = currentFile->GetMainModel();
+    mergeDialog->Prepare(model.rowCount(), model.FlaggedRowCount(), model.HiddenRowCount());
+    mergeDialog->show();
+}
+
+// A cancelled save dialog or a file that cannot be opened ends quietly and
+// leaves the merge dialog open for another try.
+void MainWindow::OutputMergedData()
+{
+    if (!modelsConnected || !currentFile)
+        return;
+    const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Save Merged Data File"),
+                                                      lastDirectory, QStringLiteral("Text (*.txt)"));
+    if (name.isEmpty())
+        return;
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return;
+    currentFile->WriteMergedFile(file, mergeDialog->RowsToMerge(), mergeDialog->IncludeHiddenRows(),
+                                 mergeDialog->Transpose());
+    mergeDialog->reject();
+}
