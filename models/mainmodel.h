@@ -4,6 +4,7 @@
 #include "datacolumn.h"
 
 #include <QColor>
+#include <QHash>
 #include <QIcon>
 #include <QStringList>
 #include <QVector>
@@ -44,11 +45,24 @@ public:
     void SetRowColors(const QVector<QColor> &colors);
     void SetColorEntireRow(bool value);
 
+    // What sorting compares: the cell's text, and the cell read as
+    // QString::toDouble reads it (false when that fails).
+    QString CellText(const QModelIndex &index) const;
+    bool CellNumber(const QModelIndex &index, double *value) const;
+
 private:
     // Row of allColumns shown at visible row `row`.
     int FileRow(int row) const { return visibleRows[row]; }
     void FindKeyColumns();
     QVariant RowColor(const QModelIndex &index, int role) const;
+    void ForgetParsedNumbers() { parsedNumbers.clear(); }
+
+    // A column's cells read as numbers, by file row.
+    struct ParsedColumn
+    {
+        QVector<double> values;
+        QVector<bool> ok;
+    };
 
     QStringList headers;
     QVector<DataColumn> allColumns;
@@ -71,4 +85,7 @@ private:
     int reactionTimeColumn = -1;
     // True entries of `flags`, kept as they change.
     int flaggedCount = 0;
+    // Cells never change once loaded, so a sort parses each column once
+    // rather than twice per comparison.
+    mutable QHash<int, ParsedColumn> parsedNumbers;
 };
