@@ -60,6 +60,7 @@ void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
     visibleRows.resize(rows);
     std::iota(visibleRows.begin(), visibleRows.end(), 0);
     FindKeyColumns();
+    ForgetParsedNumbers();
 }
 
 void MainModel::CopyRows(const MainModel &other)
@@ -72,6 +73,7 @@ void MainModel::CopyRows(const MainModel &other)
     flags = other.flags;
     flaggedCount = other.flaggedCount;
     FindKeyColumns();
+    ForgetParsedNumbers();
 }
 
 // Columns new in `other` go to the far right in its order. A column that
@@ -104,6 +106,7 @@ void MainModel::AppendRows(const MainModel &other)
     flaggedCount += other.flaggedCount;
     std::sort(hiddenRows.begin(), hiddenRows.end());
     FindKeyColumns();
+    ForgetParsedNumbers();
 }
 
 int MainModel::rowCount(const QModelIndex &) const
@@ -120,7 +123,7 @@ QVariant MainModel::data(const QModelIndex &index, int role) const
 {
     switch (role) {
     case Qt::DisplayRole:
-        return allColumns[index.column()].values.at(FileRow(index.row()));
+        return CellText(index);
     case Qt::DecorationRole:
         if (index.column() == 0 && flags[index.row()])
             return flagIcon;
@@ -179,6 +182,29 @@ void MainModel::WriteMergedRows(QTextStream &stream, int rowsToMerge, bool inclu
                              QStringLiteral("Data successfully written to ") + fileName
                                  + QLatin1Char('.'),
                              QMessageBox::Ok);
+}
+
+QString MainModel::CellText(const QModelIndex &index) const
+{
+    return allColumns[index.column()].values.at(FileRow(index.row()));
+}
+
+bool MainModel::CellNumber(const QModelIndex &index, double *value) const
+{
+    auto parsed = parsedNumbers.find(index.column());
+    if (parsed == parsedNumbers.end()) {
+        const CellList &cells = allColumns[index.column()].values;
+        ParsedColumn column{QVector<double>(cells.size()), QVector<bool>(cells.size())};
+        for (int row = 0; row < cells.size(); ++row) {
+            bool ok = false;
+            column.values[row] = cells.ToDouble(row, &ok);
+            column.ok[row] = ok;
+        }
+        parsed = parsedNumbers.insert(index.column(), column);
+    }
+    const int row = FileRow(index.row());
+    *value = parsed->values[row];
+    return parsed->ok[row];
 }
 
 void MainModel::FindKeyColumns()

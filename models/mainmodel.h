@@ -4,6 +4,7 @@
 #include "datacolumn.h"
 
 #include <QColor>
+#include <QHash>
 #include <QIcon>
 #include <QStringList>
 #include <QVector>
@@ -52,6 +53,11 @@ public:
     void WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows,
                          bool transpose, const QString &fileName) const;
 
+    // What sorting compares: the cell's text, and the cell read as
+    // QString::toDouble reads it (false when that fails).
+    QString CellText(const QModelIndex &index) const;
+    bool CellNumber(const QModelIndex &index, double *value) const;
+
 private:
     // Row of allColumns shown at visible row `row`.
     int FileRow(int row) const { return visibleRows[row]; }
@@ -60,6 +66,15 @@ private:
     QVector<int> MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const;
     void WritePlainRows(QTextStream &stream, const QVector<int> &rows) const;
     void WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const;
+
+    void ForgetParsedNumbers() { parsedNumbers.clear(); }
+
+    // A column's cells read as numbers, by file row.
+    struct ParsedColumn
+    {
+        QVector<double> values;
+        QVector<bool> ok;
+    };
 
     QStringList headers;
     QVector<DataColumn> allColumns;
@@ -82,4 +97,7 @@ private:
     int reactionTimeColumn = -1;
     // True entries of `flags`, kept as they change.
     int flaggedCount = 0;
+    // Cells never change once loaded, so a sort parses each column once
+    // rather than twice per comparison.
+    mutable QHash<int, ParsedColumn> parsedNumbers;
 };

@@ -2,6 +2,8 @@
 
 #include <QSortFilterProxyModel>
 
+class MainModel;
+
 // Sorts a table whose cells are all text, comparing two cells as numbers
 // when both read as numbers and as text otherwise.
 class ProxyModel : public QSortFilterProxyModel
@@ -11,4 +13,13 @@ public:
 
 protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
+
+private:
+    bool ReadNumber(const QModelIndex &index, double *value) const;
+    bool TextLessThan(const QModelIndex &left, const QModelIndex &right) const;
+    // The raw table answers the two reads without going through QVariant.
+    const MainModel *RawTable() const;
+
+    mutable const QAbstractItemModel *checkedSource = nullptr;
+    mutable const MainModel *rawTable = nullptr;
 };
