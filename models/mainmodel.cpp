@@ -13,7 +13,8 @@ namespace {
 // The two title lines of the plain merged file. Every title keeps its place
 // on both lines, so a title that gives one line no text still gives it its
 // tab. "Key" and the code columns right of the reaction time go whole to
-// the second line, the other titles are split at their line breaks.
+// the second line, a line break in them included; the other titles are
+// split at their line breaks.
 void BuildTitleLines(const QStringList &headers, QString *titleLine1, QString *titleLine2)
 {
     const QChar lineFeed = QLatin1Char('\n');
@@ -21,9 +22,8 @@ void BuildTitleLines(const QStringList &headers, QString *titleLine1, QString *t
     const int last = headers.size() - 1;
     for (int i = 1; i <= last; ++i) {
         const QString &title = headers[i];
-        if (title == QLatin1String("Key")) {
-            *titleLine2 += title;
-        } else if (afterReactionTime && !title.contains(QLatin1String("(Trial Variable)"))) {
+        const bool codeColumn = afterReactionTime && !title.contains(QLatin1String("(Trial Variable)"));
+        if (title == QLatin1String("Key") || codeColumn) {
             *titleLine2 += title;
         } else {
             *titleLine1 += title.section(lineFeed, 0, 0);
