@@ -1,5 +1,6 @@
 #include "datafile.h"
 
+#include "cellnumber.h"
 #include "datafileparser.h"
 #include "filetext.h"
 #include "headerline.h"
@@ -82,4 +83,75 @@ void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenR
     if (!transpose)
         stream << "\n{ " << experimentName << " }\n{ " << date << " }\n\n";
     mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose, file.fileName());
+}
+
+void DataFile::HideSelectedRows(const QVector<int> &selected)
+{
+    QVector<int> rows;
+    for (const int row : selected) {
+        if (row >= 0 && row < mainModel.rowCount() && !rows.contains(row))
+            rows.append(row);
+    }
+    const QVector<HiddenSectionStats> shares = HiddenShares(rows);
+    mainModel.HideRows(rows);
+    sectionModel.HideStats(shares);
+    for (const HiddenSectionStats &share : shares) {
+        if (share.sectionType == 0)
+            overall.Subtract(share);
+    }
+    overall.Finish();
+}
+
+void DataFile::ShowAllRows()
+{
+    if (mainModel.HiddenRowCount() == 0)
+        return;
+    mainModel.RestoreRows();
+    for (const HiddenSectionStats *share : sectionModel.HiddenStats()) {
+        if (share->sectionType == 0)
+            overall.Add(*share);
+    }
+    overall.Finish();
+    sectionModel.RestoreHiddenStats();
+}
+
+// The sections of the given rows, read at the places where the product puts
+// them: block at model column 4, trial at 5, and from 13 on the columns right
+// of "Reaction\nTime". These records keep "SC" in its own slot, although the
+// load folded it into "C" for the blocks and the whole file.
+QVector<HiddenSectionStats> DataFile::HiddenShares(const QVector<int> &rows) const
+{
+    QVector<HiddenSectionStats> shares;
+    QHash<QString, int> positions;
+    const int columns = mainModel.columnCount();
+    QVector<int> sectionColumns{4, 5};
+    for (int column = 13; column < columns; ++column)
+        sectionColumns.append(column);
+    for (const int row : rows) {
+        double time = 0;
+        if (mainModel.ReactionTimeColumn() >= 0)
+            mainModel.CellNumber(mainModel.index(row, mainModel.ReactionTimeColumn()), &time);
+        const int rt = CellNumber::TruncateToInt(time);
+        const QString code = mainModel.ErrorCodeColumn() < 0
+                                 ? QString()
+                                 : mainModel.CellText(mainModel.index(row, mainModel.ErrorCodeColumn()));
+        for (const int column : sectionColumns) {
+            if (column >= columns)
+                continue;
+            const QString title = mainModel.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+            const int type = column == 4 ? 0 : column == 5 ? 1 : title.contains(QLatin1String("Trial Variable")) ? 2 : 3;
+            const QString columnName = type < 2 ? QString() : title;
+            QString name = mainModel.CellText(mainModel.index(row, column));
+            if (name.isEmpty())
+                name = QStringLiteral("<No Name>");
+            const QString key = QString::number(type) + QChar(0) + columnName + QChar(0) + name;
+            auto found = positions.find(key);
+            if (found == positions.end()) {
+                found = positions.insert(key, shares.size());
+                shares.append(HiddenSectionStats(name, type, columnName));
+            }
+            shares[*found].AddRow(code, rt);
+        }
+    }
+    return shares;
 }

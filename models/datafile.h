@@ -38,6 +38,13 @@ public:
     // see MainModel::WriteMergedRows for the choices.
     void WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose) const;
 
+    // Hides visible rows of the table and takes them out of the statistics.
+    // The rows are visible row numbers of the model, free of repeats.
+    void HideSelectedRows(const QVector<int> &selected);
+    // Brings every hidden row back into the table, and into the statistics
+    // what HideSelectedRows took out of them. Does nothing with no row hidden.
+    void ShowAllRows();
+
     SectionStats &Overall() { return overall; }
     MainModel &GetMainModel() { return mainModel; }
     MainProxy &GetMainProxy() { return mainProxy; }
@@ -47,6 +54,7 @@ public:
 private:
     void WireModels();
     void Parse();
+    QVector<HiddenSectionStats> HiddenShares(const QVector<int> &rows) const;
 
     bool legacyFormat = false;
     QString path;

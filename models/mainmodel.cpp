@@ -111,7 +111,7 @@ void MainModel::AppendRows(const MainModel &other)
 
 int MainModel::rowCount(const QModelIndex &) const
 {
-    return allColumns.isEmpty() ? 0 : visibleRows.size();
+    return allColumns.isEmpty() ? 0 : visibleRows.size() - pendingRemovals.size();
 }
 
 int MainModel::columnCount(const QModelIndex &) const
@@ -125,7 +125,7 @@ QVariant MainModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return CellText(index);
     case Qt::DecorationRole:
-        if (index.column() == 0 && flags[index.row()])
+        if (index.column() == 0 && IsFlagged(index.row()))
             return flagIcon;
         return QVariant();
     case Qt::BackgroundRole:
@@ -229,7 +229,7 @@ QVariant MainModel::RowColor(const QModelIndex &index, int role) const
         return rowColors[k] == QColor(Qt::black) ? QVariant(QColor(Qt::white)) : QVariant();
     if (!flagOverride && rowColors[k].isValid())
         return rowColors[k];
-    if (flags[index.row()])
+    if (IsFlagged(index.row()))
         return rowColors[4].isValid() ? QVariant(rowColors[4]) : QVariant();
     return rowColors[k].isValid() ? QVariant(rowColors[k]) : QVariant();
 }

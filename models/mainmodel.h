@@ -58,9 +58,46 @@ public:
     QString CellText(const QModelIndex &index) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
 
+    // Writes the flag of visible row `row` and reports it with RowChanged(0).
+    void SetRowFlag(int row, bool value);
+    // Mean and population deviation of the visible rows' reaction times,
+    // stored for the deviation rule; NaN when no row is visible.
+    double CalculateAverage();
+    double CalculateStandardDeviation();
+    // Hides the given visible rows, one notification per row from the last.
+    void HideRows(QVector<int> rows);
+    void RestoreRows();
+
+signals:
+    // How many rows the last rule matched, whether it changed flags or not.
+    void MatchesCounted(int matches);
+    // 0: one row's flag was written; 1: rows were hidden or restored.
+    void RowChanged(int infoType);
+
+public slots:
+    void ChangeFlag(QModelIndex index);
+    // `actionType` 0 lets the next rule change flags, 1 only counts;
+    // `flagMode` 0 flags matching rows, 1 unflags them.
+    void SetFlaggingOptions(int actionType, int flagMode);
+    void SetFlagsSD(bool leftestDiv, bool leftDiv, bool rightDiv, bool rightestDiv, int SDs);
+    void SetFlagsEC(bool correct, bool incorrect, bool selfCorrect, bool noResponse);
+    void SetFlagsTL(bool lessOrEqual, int time1, bool greaterOrEqual, int time2);
+    void SetFlagsTR(int time1, int time2);
+    void ChangeRowColor(int rowType, QColor color);
+    void ChangeColorOption(bool colorEntireRow, bool flagOverride);
+
 private:
     // Row of allColumns shown at visible row `row`.
-    int FileRow(int row) const { return visibleRows[row]; }
+    int FileRow(int row) const { return visibleRows[VectorIndex(row)]; }
+    // Position in visibleRows and flags of visible row `row`; differs from
+    // `row` only while HideRows is taking rows out.
+    int VectorIndex(int row) const;
+    bool IsFlagged(int row) const { return flags[VectorIndex(row)]; }
+    double CellValue(int column, int row) const;
+    template <typename Matches>
+    void RunRule(Matches matches);
+    void CompactRemovedRows();
+    void EmitWholeTableChanged();
     void FindKeyColumns();
     QVariant RowColor(const QModelIndex &index, int role) const;
     QVector<int> MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const;
@@ -97,6 +134,9 @@ private:
     int reactionTimeColumn = -1;
     // True entries of `flags`, kept as they change.
     int flaggedCount = 0;
+    // Positions of visibleRows that HideRows has announced as removed but
+    // not yet taken out, largest first.
+    QVector<int> pendingRemovals;
     // Cells never change once loaded, so a sort parses each column once
     // rather than twice per comparison.
     mutable QHash<int, ParsedColumn> parsedNumbers;

@@ -21,7 +21,24 @@ void MergeStores(QMap<QString, QVector<SectionStats>> &into,
     }
 }
 
+int FindSection(const QVector<SectionStats> &sections, const QString &name)
+{
+    for (int i = 0; i < sections.size(); ++i) {
+        if (sections[i].name == name)
+            return i;
+    }
+    return -1;
+}
+
 } // namespace
+
+// What one HideStats or RestoreHiddenStats call did to the table on show
+// without telling the views row by row.
+struct SectionChange
+{
+    const QVector<SectionStats> *shownBefore;
+    bool viewsBehind = false;
+};
 
 SectionModel::SectionModel(QObject *parent)
     : BaseModel(parent)
@@ -156,4 +173,133 @@ const QVector<SectionStats> *SectionModel::Shown() const
 void SectionModel::EmitAllChanged()
 {
     emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {});
+}
+
+void SectionModel::HideStats(const QVector<HiddenSectionStats> &list)
+{
+    SectionChange change{Shown()};
+    for (const HiddenSectionStats &record : list) {
+        if (HiddenSectionStats *kept = FindHidden(record))
+            kept->Add(record);
+        else
+            hiddenStats.append(new HiddenSectionStats(record));
+        TakeFromSection(record, &change);
+    }
+    if (change.viewsBehind || Shown() != change.shownBefore) {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    }
+}
+
+void SectionModel::RestoreHiddenStats()
+{
+    if (hiddenStats.isEmpty())
+        return;
+    SectionChange change{Shown()};
+    for (const HiddenSectionStats *record : qAsConst(hiddenStats))
+        GiveBackToSection(*record, &change);
+    qDeleteAll(hiddenStats);
+    hiddenStats.clear();
+    if (change.viewsBehind || Shown() != change.shownBefore) {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    }
+}
+
+// Compares the record's type with the data selector, not the section
+// selector, and turns down the trial variable or code column on show.
+bool SectionModel::IsOnShow(const HiddenSectionStats &record) const
+{
+    bool result = record.sectionType == dataType;
+    if (record.sectionType == 2 && subIndex < trialVariables.size()
+        && record.columnName == std::next(trialVariables.constBegin(), subIndex).key())
+        result = false;
+    if (record.sectionType == 3 && subIndex < codeColumns.size()
+        && record.columnName == std::next(codeColumns.constBegin(), subIndex).key())
+        result = false;
+    return result;
+}
+
+QVector<SectionStats> &SectionModel::TargetOf(const HiddenSectionStats &record)
+{
+    switch (record.sectionType) {
+    case 0:
+        return blocks;
+    case 1:
+        return trials;
+    case 2:
+        return trialVariables[record.columnName];
+    default:
+        return codeColumns[record.columnName];
+    }
+}
+
+HiddenSectionStats *SectionModel::FindHidden(const HiddenSectionStats &record) const
+{
+    for (HiddenSectionStats *kept : hiddenStats) {
+        if (kept->name == record.name && kept->sectionType == record.sectionType
+            && kept->columnName == record.columnName)
+            return kept;
+    }
+    return nullptr;
+}
+
+void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChange *change)
+{
+    QVector<SectionStats> &target = TargetOf(record);
+    const int row = FindSection(target, record.name);
+    if (row < 0)
+        return;
+    target[row].Subtract(record);
+    if (target[row].TotalCount() == 0) {
+        const bool announce = MayAnnounceRow(target, record, row, false, change);
+        if (announce)
+            beginRemoveRows(QModelIndex(), row, row);
+        target.remove(row);
+        if (announce)
+            endRemoveRows();
+    } else {
+        target[row].Finish();
+        if (IsOnShow(record))
+            emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+    }
+}
+
+void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionChange *change)
+{
+    QVector<SectionStats> &target = TargetOf(record);
+    int row = FindSection(target, record.name);
+    if (row < 0) {
+        row = target.size();
+        const bool announce = MayAnnounceRow(target, record, row, true, change);
+        if (announce)
+            beginInsertRows(QModelIndex(), row, row);
+        target.append(record);
+        if (announce)
+            endInsertRows();
+    } else {
+        target[row].Add(record);
+    }
+    target[row].Finish();
+    if (IsOnShow(record))
+        emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+}
+
+// Row notifications follow IsOnShow. One that names a row the table on show
+// does not have would corrupt a proxy's row mapping, so it is left out; and
+// whenever the views were not told of a change to the table on show, or were
+// told of a change to another table, they get a layout change at the end.
+bool SectionModel::MayAnnounceRow(const QVector<SectionStats> &target,
+                                  const HiddenSectionStats &record, int row, bool insertion,
+                                  SectionChange *change) const
+{
+    const bool shown = &target == Shown();
+    const int rowsOnShow = rowCount();
+    const bool fits = insertion ? row <= rowsOnShow : row < rowsOnShow;
+    if (!IsOnShow(record) || !fits) {
+        change->viewsBehind = change->viewsBehind || shown;
+        return false;
+    }
+    change->viewsBehind = change->viewsBehind || !shown;
+    return true;
 }

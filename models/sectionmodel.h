@@ -12,6 +12,8 @@
 // Response statistics of one file grouped by section (per block, trial,
 // trial variable value or code value), and the table of one group that the
 // summary tab shows. Owned by its DataFile.
+struct SectionChange;
+
 class SectionModel : public BaseModel
 {
     Q_OBJECT
@@ -38,7 +40,16 @@ public:
 
     QStringList TrialVariableNames() const;
     QStringList CodeNames() const;
+
+    // Takes the share of hidden rows out of the sections and keeps it in
+    // hiddenStats, merged by section. A section left with no row goes.
+    void HideStats(const QVector<HiddenSectionStats> &list);
+    // Gives every section back what HideStats took; a section that had gone
+    // comes back at the end of its table.
+    void RestoreHiddenStats();
     const QList<HiddenSectionStats *> &HiddenStats() const { return hiddenStats; }
+    // Whether row notifications are sent for a change to `record`'s section.
+    bool IsOnShow(const HiddenSectionStats &record) const;
 
 public slots:
     void ChangeSectionType(int sectionType);
@@ -49,6 +60,12 @@ private:
     // The records that the selectors choose; null when they choose none.
     const QVector<SectionStats> *Shown() const;
     void EmitAllChanged();
+    QVector<SectionStats> &TargetOf(const HiddenSectionStats &record);
+    HiddenSectionStats *FindHidden(const HiddenSectionStats &record) const;
+    void TakeFromSection(const HiddenSectionStats &record, SectionChange *change);
+    void GiveBackToSection(const HiddenSectionStats &record, SectionChange *change);
+    bool MayAnnounceRow(const QVector<SectionStats> &target, const HiddenSectionStats &record,
+                        int row, bool insertion, SectionChange *change) const;
 
     QVector<SectionStats> blocks;
     QVector<SectionStats> trials;
