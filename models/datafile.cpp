@@ -88,9 +88,12 @@ void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenR
 void DataFile::HideSelectedRows(const QVector<int> &selected)
 {
     QVector<int> rows;
+    QVector<bool> seen(mainModel.rowCount(), false);
     for (const int row : selected) {
-        if (row >= 0 && row < mainModel.rowCount() && !rows.contains(row))
+        if (row >= 0 && row < seen.size() && !seen[row]) {
+            seen[row] = true;
             rows.append(row);
+        }
     }
     const QVector<HiddenSectionStats> shares = HiddenShares(rows);
     mainModel.HideRows(rows);
