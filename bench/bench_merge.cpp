@@ -2,7 +2,7 @@
 // output file of a large table in both layouts.
 
 #include "datafile.h"
-#include "datafilebuilder.h"
+#include "benchdata.h"
 
 #include <QApplication>
 #include <QFile>
@@ -40,42 +40,12 @@ protected:
     }
 };
 
-// A file as the product writes it; every tenth participant also has a
-// trial variable the others lack, so combining adds and pads a column.
-DataFileBuilder Participant(int participant, int rows)
-{
-    static const char *const codes[] = {"C", "C", "C", "E", "C", "NR", "C", "SC"};
-    DataFileBuilder builder;
-    builder.Experiment(QStringLiteral("Stroop")).Date(QStringLiteral("2026-03-%1").arg(participant % 28 + 1));
-    const bool extra = participant % 10 == 9;
-    if (extra) {
-        builder.Titles({"Participant", "Session", "Block", "Block", "Trial", "Trial", "Trial", "Stimulus",
-                        "Expected", "Actual", "Error", "Reaction", "", "Pressed Or", "Congruency", "Stimulus", "Hand"},
-                       {"Name", "Number", "Number", "Name", "Name", "Number", "Repetition", "Name", "Response",
-                        "Response", "Code", "Time", "Key", "Released", "(Trial Variable)", "Side", "(Trial Variable)"});
-    } else {
-        builder.ProductTitles();
-    }
-    for (int row = 0; row < rows; ++row) {
-        const QString number = QString::number(row + 1);
-        QStringList cells{QStringLiteral("P%1").arg(participant), "1", QString::number(row / 100 + 1),
-                          QStringLiteral("Block %1").arg(row / 100 + 1), QStringLiteral("Trial %1").arg(row % 20),
-                          number, "1", "stim" + number, "z", "z", codes[row % 8],
-                          QString::number(250 + (row * 37) % 700) + ".5", "z", "Pressed",
-                          row % 3 ? "congruent" : "incongruent", row % 2 ? "left" : "right"};
-        if (extra)
-            cells << (row % 2 ? "left hand" : "right hand");
-        builder.Row(cells);
-    }
-    return builder;
-}
-
 std::vector<std::unique_ptr<DataFile>> OpenSelection(const QTemporaryDir &dir)
 {
     std::vector<std::unique_ptr<DataFile>> files;
     for (int i = 0; i < kSelectedFiles; ++i) {
         const QString path = dir.filePath(QStringLiteral("p%1.txt").arg(i));
-        files.push_back(std::make_unique<DataFile>(Participant(i, kRowsPerFile).Write(path)));
+        files.push_back(std::make_unique<DataFile>(BenchData::Participant(i, kRowsPerFile).Write(path)));
     }
     return files;
 }
@@ -122,7 +92,7 @@ BENCHMARK(BM_CombineSelection)->Unit(benchmark::kMillisecond);
 void BM_WriteMergedFile(benchmark::State &state)
 {
     QTemporaryDir dir;
-    const DataFile file(Participant(0, kLargeFileRows).Write(dir.filePath(QStringLiteral("large.txt"))));
+    const DataFile file(BenchData::Participant(0, kLargeFileRows).Write(dir.filePath(QStringLiteral("large.txt"))));
     WriteMerged(state, file, dir.filePath(QStringLiteral("merged.txt")));
 }
 BENCHMARK(BM_WriteMergedFile)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
@@ -139,13 +109,4 @@ BENCHMARK(BM_WriteMergedSelection)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond
 
 } // namespace
 
-int main(int argc, char *argv[])
-{
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+ZEPHLANE_BENCHMARK_MAIN()
