@@ -1,12 +1,150 @@
 #pragma once
 
-#include <QMainWindow>
+#include "cloudclient.h"
 
-// The program's one window.
+#include <QMainWindow>
+#include <QModelIndex>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+class DataFile;
+class FlagSpecialDialog;
+class MainModel;
+class MergeDialog;
+class QAbstractItemModel;
+class QDialog;
+class QGraphicsColorizeEffect;
+class QKeyEvent;
+class QListWidget;
+class QMenu;
+class QSettings;
+class QTableView;
+class RowColorsDialog;
+
+namespace Ui {
+class MainWindow;
+}
+
+// The program's one window: the file lists, the raw and summary tables, the
+// menus and the cloud panel. It owns every opened DataFile and the dialogs,
+// and wires only the file in focus to the dialogs, drop-downs and tables.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
     MainWindow();
+    ~MainWindow() override;
+
+public slots:
+    bool OpenFiles(QStringList file_paths = QStringList());
+    void RemoveFiles();
+    void ChangeFileFocus();
+    void OutputMergedData();
+    void SelectAllRows();
+    void SelectFlaggedRows();
+    void SelectUnflaggedRows();
+    void FlagRow(QModelIndex index = QModelIndex());
+    void HideSelectedRows();
+    void HideFlaggedRows();
+    void HideUnflaggedRows();
+    void ShowAllRows();
+    void HideEmptyColumns();
+    void HideSelectedColumns();
+    void ShowAllColumns();
+    void AutosizeColumns();
+    void OpenRowColorsDialog();
+    void OpenFlagSpecialDialog();
+    void OpenMergeDialog();
+    void OpenAboutDialog();
+    void UpdateBottomInfo();
+    void UpdateSubDropDown(int sectionType);
+    void ShowContextMenu();
+    void CheckToSort(int clicked_column);
+    void Sort(int clicked_column);
+    void CancelSortPrep();
+    void OpenWebsite();
+    void TabsSetActionsEnabled(int index);
+    void CopyHelper();
+    void CloudLogin();
+    void UpdateCloudParticipantsInfo(int currentRow);
+    void CloudExpListDoubleClicked();
+    void OpenCloudFiles();
+    void ExportDataZip();
+    void BackToCloudExpList();
+    void DropDataFilesCleanUI(int index);
+    void OnRefreshCloudParticipants();
+    void BackToCloudLogin();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    // Start-up and settings.
+    void ConnectForm();
+    void InitialiseViews();
+    void KeepSummaryColumnsWhole();
+    void LoadBlankModel();
+    void SetUpRawHeader();
+    void ConnectWindow();
+    void InstallEventFilters();
+    void RestoreSettings();
+    void RestoreColumnOrder(QSettings &settings);
+    void SaveSettings() const;
+
+    // File list.
+    void AddFileNamesToLists(const QStringList &file_paths);
+    void LoadDataFiles(const QStringList &file_paths);
+    bool AnyFileAlreadyOpen(const QStringList &file_paths) const;
+    void DropCombinedFile();
+    void DeleteDataFile(int index);
+    void ReleaseFocusedFile();
+    QListWidget *VisibleFileList() const;
+    QVector<int> SelectedFileRows() const;
+    void BuildCombinedFile(const QVector<int> &rows);
+    void ConnectFocusedFile();
+    void DisconnectFocusedFile();
+    void ShowFocusedFile();
+    void PushRowColorOptions();
+    bool FileListFilter(QObject *watched, QEvent *event) const;
+    static void SetViewModel(QTableView *view, QAbstractItemModel *model);
+
+    // Summary tab.
+    void UpdateGeneralSummary();
+    void ResetFileInfo();
+
+    // Row commands.
+    void SetFileActionsEnabled(bool enabled);
+    void UpdateFlagSelectionAction(QEvent *event);
+
+    // Header keys.
+    bool HeaderKeyFilter(QObject *watched, QEvent *event);
+    void HeaderArrowKey(QTableView *view, QKeyEvent *event);
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    MainModel *blankModel = nullptr;
+    std::vector<std::unique_ptr<DataFile>> files;
+    // The record in focus; null when no record is, also after the record it
+    // named was deleted, so that nothing reaches a deleted record.
+    DataFile *currentFile = nullptr;
+    bool modelsConnected = false;
+    bool combinedActive = false;
+    bool removingFiles = false;
+    bool shiftHeld = false;
+    bool cloudFilesShown = false;
+    QMenu *headerContextMenu = nullptr;
+    RowColorsDialog *rowColorsDialog = nullptr;
+    FlagSpecialDialog *flagSpecialDialog = nullptr;
+    MergeDialog *mergeDialog = nullptr;
+    QDialog *aboutDialog = nullptr;
+    QGraphicsColorizeEffect *disabledEffect = nullptr;
+    QString lastDirectory;
+    int rawArrowAnchor = -1;
+    int sectionArrowAnchor = -1;
+    CloudClient cloudClient;
 };

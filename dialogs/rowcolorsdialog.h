@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QDialog>
+#include <QVector>
+
+// Lets the user choose a background colour per response code and for
+// flagged rows. Created with the main window; the choices last as long as
+// the program runs and reach the table model of the file in focus.
+class RowColorsDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit RowColorsDialog(QWidget *parent = nullptr);
+
+    // By row type: 0 correct, 1 incorrect, 2 no response, 3 self-correct,
+    // 4 flagged; an invalid colour means none.
+    QVector<QColor> Colors() const { return colors; }
+    bool ColorEntireRow() const { return false; }
+
+signals:
+    void ColorSet(int code, QColor color);
+    void ColorFlaggedOptionSet(bool colorEntireRow, bool flagOverride);
+
+private:
+    QVector<QColor> colors = QVector<QColor>(5);
+};

@@ -1,0 +1,333 @@
+// MainWindow's file list: adding, dropping and removing files, and moving
+// the focus to one file or to a combined record of several.
+
+#include "mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include "datafile.h"
+#include "datafilevalidator.h"
+#include "flagspecialdialog.h"
+#include "rowcolorsdialog.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <functional>
+
+bool MainWindow::OpenFiles(QStringList file_paths)
+{
+    cloudFilesShown = false;
+    if (file_paths.isEmpty()) {
+        file_paths = QFileDialog::getOpenFileNames(this, QStringLiteral("Select Files to Add"), lastDirectory,
+                                                   QStringLiteral("Text (*.txt)"));
+        if (!file_paths.isEmpty())
+            lastDirectory = file_paths.first().left(file_paths.first().lastIndexOf(QLatin1Char('/')));
+    }
+    if (file_paths.isEmpty())
+        return true;
+    if (!ValidateDataFiles(file_paths) || AnyFileAlreadyOpen(file_paths))
+        return false;
+
+    // Counted before a combined record is dropped, so with one present the
+    // row selected below is the second new file, or none when only one was
+    // added. That is how adding files to a combined view has always worked.
+    const int firstNewRow = int(files.size());
+    AddFileNamesToLists(file_paths);
+    if (combinedActive)
+        DropCombinedFile();
+    LoadDataFiles(file_paths);
+    if (!modelsConnected)
+        SetFileActionsEnabled(true);
+    ui->fileNamesList->clearSelection();
+    ui->list_cloud_filenames->clearSelection();
+    ui->fileNamesList->setCurrentRow(firstNewRow);
+    ui->list_cloud_filenames->setCurrentRow(firstNewRow);
+    if (ui->tabWidget->currentIndex() == 1)
+        TabsSetActionsEnabled(1);
+    return true;
+}
+
+void MainWindow::AddFileNamesToLists(const QStringList &file_paths)
+{
+    QStringList names;
+    for (const QString &path : file_paths)
+        names.append(QFileInfo(path).fileName());
+    ui->fileNamesList->insertItems(ui->fileNamesList->count(), names);
+    ui->list_cloud_filenames->insertItems(ui->list_cloud_filenames->count(), names);
+}
+
+void MainWindow::LoadDataFiles(const QStringList &file_paths)
+{
+    for (const QString &path : file_paths)
+        files.push_back(std::make_unique<DataFile>(path));
+}
+
+bool MainWindow::AnyFileAlreadyOpen(const QStringList &file_paths) const
+{
+    for (const QString &path : file_paths) {
+        for (const std::unique_ptr<DataFile> &file : files) {
+            if (file->Path() == path) {
+                QMessageBox::information(
+                    nullptr, QStringLiteral("Talvox Zephlane"),
+                    QStringLiteral("One of the files that you have selected has already been opened."),
+                    QMessageBox::Ok);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void MainWindow::DropCombinedFile()
+{
+    if (!files.empty())
+        DeleteDataFile(int(files.size()) - 1);
+    combinedActive = false;
+}
+
+void MainWindow::DeleteDataFile(int index)
+{
+    if (files[index].get() == currentFile)
+        ReleaseFocusedFile();
+    files.erase(files.begin() + index);
+}
+
+// Lets go of the record in focus before it is deleted: its models lose
+// their connections and the views their proxies, and no pointer to it stays.
+void MainWindow::ReleaseFocusedFile()
+{
+    if (modelsConnected)
+        DisconnectFocusedFile();
+    SetViewModel(ui->rawDataView, blankModel);
+    SetViewModel(ui->sectionDataView, nullptr);
+    currentFile = nullptr;
+}
+
+void MainWindow::RemoveFiles()
+{
+    if (ui->fileNamesList->selectedItems().isEmpty())
+        return;
+    DisconnectFocusedFile();
+    if (combinedActive)
+        DropCombinedFile();
+
+    removingFiles = true;
+    // Ordered by address, not by row: the row read as the anchor below need
+    // not be the topmost one removed, and that is the behaviour to keep.
+    QList<QListWidgetItem *> items = ui->fileNamesList->selectedItems();
+    std::sort(items.begin(), items.end(), std::less<QListWidgetItem *>());
+    const int anchor = ui->fileNamesList->row(items.first());
+    for (int i = items.size() - 1; i >= 0; --i) {
+        const int row = ui->fileNamesList->row(items[i]);
+        if (row >= 0 && row < int(files.size()))
+            DeleteDataFile(row);
+        delete items[i];
+    }
+    removingFiles = false;
+
+    if (ui->fileNamesList->count() == 0) {
+        currentFile = nullptr;
+        ResetFileInfo();
+        SetFileActionsEnabled(false);
+    } else {
+        ui->fileNamesList->setCurrentRow(anchor == 0 ? 0 : anchor - 1);
+    }
+}
+
+void MainWindow::ChangeFileFocus()
+{
+    ui->stack_local_or_cloud_info->setCurrentIndex(1);
+    const QVector<int> rows = SelectedFileRows();
+    if (removingFiles || rows.isEmpty())
+        return;
+    if (modelsConnected)
+        DisconnectFocusedFile();
+    if (combinedActive)
+        DropCombinedFile();
+    if (rows.size() == 1) {
+        currentFile = files[rows.first()].get();
+    } else {
+        BuildCombinedFile(rows);
+        currentFile = files.back().get();
+    }
+    ConnectFocusedFile();
+    ShowFocusedFile();
+    UpdateBottomInfo();
+    PushRowColorOptions();
+    ui->rawDataView->resizeColumnsToContents();
+    // No row is under the pointer yet.
+    ui->actionFlag_Selection->setEnabled(false);
+}
+
+QListWidget *MainWindow::VisibleFileList() const
+{
+    return ui->fileNamesList->isVisible() ? ui->fileNamesList : ui->list_cloud_filenames;
+}
+
+// The rows selected in the visible list, top to bottom. A removal on the
+// cloud tab leaves names behind in that list; their rows stand for no
+// record and are passed over.
+QVector<int> MainWindow::SelectedFileRows() const
+{
+    const QListWidget *list = VisibleFileList();
+    const int fileCount = int(files.size()) - (combinedActive ? 1 : 0);
+    QVector<int> rows;
+    for (QListWidgetItem *item : list->selectedItems()) {
+        const int row = list->row(item);
+        if (row >= 0 && row < fileCount)
+            rows.append(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+// The name stays only when every selected file comes from one experiment;
+// one difference is enough to show "Different experiments" instead.
+void MainWindow::BuildCombinedFile(const QVector<int> &rows)
+{
+    files.push_back(std::make_unique<DataFile>());
+    DataFile &combined = *files.back();
+    combined.CopyFrom(*files[rows.first()]);
+    const QString reference = combined.ExperimentName();
+    bool same = true;
+    for (int i = 1; i < rows.size(); ++i) {
+        const DataFile &next = *files[rows[i]];
+        const bool differs = next.ExperimentName() != reference;
+        combined.Combine(next);
+        if (differs)
+            same = false;
+    }
+    if (same) {
+        combined.SetExperimentName(reference);
+        ui->stack_xpt_filename->setCurrentIndex(0);
+    } else {
+        ui->stack_xpt_filename->setCurrentIndex(1);
+    }
+    combinedActive = true;
+}
+
+void MainWindow::ConnectFocusedFile()
+{
+    MainModel *model = &currentFile->GetMainModel();
+    SectionModel *sections = &currentFile->GetSectionModel();
+    const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
+
+    connect(model, &MainModel::RowChanged, this, &MainWindow::UpdateBottomInfo);
+    connect(ui->rawDataView, &QTableView::pressed, this, &MainWindow::FlagRow);
+    connect(flagSpecialDialog, &FlagSpecialDialog::SelectedSpecial, model, &MainModel::SetFlaggingOptions);
+    connect(flagSpecialDialog, &FlagSpecialDialog::SelectedSD, model, &MainModel::SetFlagsSD);
+    connect(flagSpecialDialog, &FlagSpecialDialog::SelectedEC, model, &MainModel::SetFlagsEC);
+    connect(flagSpecialDialog, &FlagSpecialDialog::SelectedTL, model, &MainModel::SetFlagsTL);
+    connect(flagSpecialDialog, &FlagSpecialDialog::SelectedTR, model, &MainModel::SetFlagsTR);
+    connect(model, &MainModel::MatchesCounted, flagSpecialDialog, &FlagSpecialDialog::UpdateMatches);
+    connect(rowColorsDialog, &RowColorsDialog::ColorSet, model, &MainModel::ChangeRowColor);
+    connect(rowColorsDialog, &RowColorsDialog::ColorFlaggedOptionSet, model, &MainModel::ChangeColorOption);
+    connect(ui->basisDropDown, indexChanged, sections, &SectionModel::ChangeSectionType);
+    connect(ui->specificBasisDropDown, indexChanged, sections, &SectionModel::ChangeSubIndex);
+    connect(ui->filterDropDown, indexChanged, sections, &SectionModel::ChangeDataType);
+    // Never undone: each focus change adds one more, and Copy then runs once
+    // per connection, writing the same text each time.
+    connect(ui->actionCopy, &QAction::triggered, this, &MainWindow::CopyHelper);
+
+    modelsConnected = true;
+    sections->ChangeSectionType(ui->basisDropDown->currentIndex());
+    sections->ChangeDataType(ui->filterDropDown->currentIndex());
+}
+
+// A record that has been deleted took its connections with it, so only a
+// record still in focus is disconnected model by model.
+void MainWindow::DisconnectFocusedFile()
+{
+    disconnect(ui->rawDataView, &QTableView::pressed, this, &MainWindow::FlagRow);
+    if (currentFile) {
+        MainModel *model = &currentFile->GetMainModel();
+        SectionModel *sections = &currentFile->GetSectionModel();
+        const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
+
+        disconnect(model, &MainModel::RowChanged, this, &MainWindow::UpdateBottomInfo);
+        disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedSpecial, model, &MainModel::SetFlaggingOptions);
+        disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedSD, model, &MainModel::SetFlagsSD);
+        disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedEC, model, &MainModel::SetFlagsEC);
+        disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedTL, model, &MainModel::SetFlagsTL);
+        disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedTR, model, &MainModel::SetFlagsTR);
+        disconnect(model, &MainModel::MatchesCounted, flagSpecialDialog, &FlagSpecialDialog::UpdateMatches);
+        disconnect(rowColorsDialog, &RowColorsDialog::ColorSet, model, &MainModel::ChangeRowColor);
+        disconnect(rowColorsDialog, &RowColorsDialog::ColorFlaggedOptionSet, model, &MainModel::ChangeColorOption);
+        disconnect(ui->basisDropDown, indexChanged, sections, &SectionModel::ChangeSectionType);
+        disconnect(ui->specificBasisDropDown, indexChanged, sections, &SectionModel::ChangeSubIndex);
+        disconnect(ui->filterDropDown, indexChanged, sections, &SectionModel::ChangeDataType);
+    }
+    modelsConnected = false;
+}
+
+void MainWindow::ShowFocusedFile()
+{
+    SetViewModel(ui->rawDataView, &currentFile->GetMainProxy());
+    SetViewModel(ui->sectionDataView, &currentFile->GetSectionProxy());
+    ui->label_xpt_filename->setText(currentFile->ExperimentName());
+
+    const int selected = VisibleFileList()->selectedItems().size();
+    const int rows = currentFile->GetMainModel().TotalRowCount();
+    QString plural;
+    if (selected < 2)
+        ui->stack_xpt_filename->setCurrentIndex(0);
+    else
+        plural = QStringLiteral("s");
+    ui->label_file_and_rows_info->setText(
+        QStringLiteral("%1 file%2 containing %3 rows").arg(selected).arg(plural).arg(rows));
+
+    UpdateGeneralSummary();
+    UpdateSubDropDown(ui->basisDropDown->currentIndex());
+}
+
+// Colours chosen while another file had the focus apply to this one too.
+void MainWindow::PushRowColorOptions()
+{
+    MainModel &model = currentFile->GetMainModel();
+    model.SetRowColors(rowColorsDialog->Colors());
+    model.SetColorEntireRow(rowColorsDialog->ColorEntireRow());
+}
+
+// A view makes a new selection model for each model it is given and keeps
+// the old one; the old one goes here instead of piling up.
+void MainWindow::SetViewModel(QTableView *view, QAbstractItemModel *model)
+{
+    if (view->model() == model)
+        return;
+    QItemSelectionModel *old = view->selectionModel();
+    view->setModel(model);
+    delete old;
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+// Every dropped file is passed on; OpenFiles judges what it can read.
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    QStringList paths;
+    for (const QUrl &url : event->mimeData()->urls())
+        paths.append(url.toLocalFile());
+    OpenFiles(paths);
+}
+
+// A click in the empty part of the visible list would clear its selection;
+// it is swallowed so that the files in focus stay selected.
+bool MainWindow::FileListFilter(QObject *watched, QEvent *event) const
+{
+    const QListWidget *list = VisibleFileList();
+    if (watched != list->viewport())
+        return false;
+    if (event->type() != QEvent::MouseButtonPress && event->type() != QEvent::MouseButtonDblClick)
+        return false;
+    return list->itemAt(static_cast<QMouseEvent *>(event)->pos()) == nullptr;
+}
