@@ -283,6 +283,26 @@ void TestModels::flagColumnPaintsOnlySelectionAndIcon()
     const QImage selected = paint(true);
     QCOMPARE(selected.pixelColor(0, 0), kSelection);
     QCOMPARE(selected.pixelColor(20, 15), kSelection);
+
+    // A flagged row shows the icon, centred at 70% of the cell, over the fill.
+    model.SetRowFlag(0, true);
+    const QImage flagged = paint(true);
+    QCOMPARE(flagged.pixelColor(0, 0), kSelection);
+    QCOMPARE(flagged.pixelColor(39, 29), kSelection);
+    int iconPixels = 0;
+    QRect iconArea;
+    for (int y = 0; y < flagged.height(); ++y)
+        for (int x = 0; x < flagged.width(); ++x)
+            if (flagged.pixelColor(x, y) != kSelection) {
+                ++iconPixels;
+                iconArea |= QRect(x, y, 1, 1);
+            }
+    QVERIFY(iconPixels > 20);
+    QVERIFY(iconArea.width() <= 21 && iconArea.height() <= 21);
+    QVERIFY(qAbs(iconArea.center().x() - 20) <= 3 && qAbs(iconArea.center().y() - 15) <= 3);
+    const QImage flaggedPlain = paint(false);
+    QCOMPARE(flaggedPlain.pixelColor(0, 0), QColor(Qt::white));
+    QVERIFY(flaggedPlain.pixelColor(iconArea.center()) != QColor(Qt::white));
 }
 
 ZEPHLANE_TEST_MAIN(TestModels)
