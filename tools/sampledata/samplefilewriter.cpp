@@ -98,6 +98,8 @@ bool SampleFileWriter::Write(QIODevice *device) const
 
 bool SampleFileWriter::Write(const QString &path) const
 {
+    if (!IsValid())
+        return false;
     QFile file(path);
     // The line buffer already gathers large pieces.
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
