@@ -8,6 +8,7 @@
 #include "testenvironment.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -38,6 +39,7 @@ private slots:
     void sameSeedGivesSameFileAndAnotherSeedAnother();
     void participantsShareOneExperiment();
     void unknownDesignWritesNothing();
+    void examplesOpenTogether();
 
 private:
     QTemporaryDir dir;
@@ -181,6 +183,28 @@ void TestSampleData::unknownDesignWritesNothing()
     QVERIFY(!writer.IsValid());
     QVERIFY(!writer.Write(dir.filePath("flanker.txt")));
     QVERIFY(!QFile::exists(dir.filePath("flanker.txt")));
+}
+
+// The committed examples are what a new user opens first.
+void TestSampleData::examplesOpenTogether()
+{
+    const QDir examples(QStringLiteral(TEST_DATA_DIR "/../../examples"));
+    QStringList paths;
+    for (const QString &name : examples.entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name))
+        paths << examples.filePath(name);
+    QCOMPARE(paths.size(), 5);
+
+    ModalCatcher catcher;
+    QVERIFY(ValidateDataFiles(paths));
+    int legacy = 0;
+    for (const QString &path : paths) {
+        DataFile file(path);
+        QVERIFY(file.GetMainModel().rowCount() >= 240);
+        QCOMPARE(Title(file.GetMainModel(), 12), QStringLiteral("Reaction\nTime"));
+        QVERIFY(file.Overall().TotalCount() > 0);
+        legacy += file.LegacyFormat() ? 1 : 0;
+    }
+    QCOMPARE(legacy, 1);
 }
 
 ZEPHLANE_TEST_MAIN(TestSampleData)

@@ -55,6 +55,11 @@ QByteArray OtherKey(const QVector<QByteArray> &keys, const QByteArray &expected,
     return key == expected ? keys[(keys.indexOf(key) + 1) % keys.size()] : key;
 }
 
+QString ParticipantName(int participant)
+{
+    return QStringLiteral("sub-%1").arg(participant, 2, 10, QLatin1Char('0'));
+}
+
 quint64 ParticipantSeed(const SampleFileOptions &options)
 {
     return options.seed * 0x100000001B3ULL + quint64(options.participant);
@@ -65,7 +70,7 @@ quint64 ParticipantSeed(const SampleFileOptions &options)
 SampleFileWriter::SampleFileWriter(const SampleFileOptions &options)
     : options(options)
     , design(SampleDesign::Named(options.design))
-    , participantName(QStringLiteral("sub-%1").arg(options.participant, 2, 10, QLatin1Char('0')).toUtf8())
+    , participantName(ParticipantName(options.participant).toUtf8())
 {
     int trialVariables = std::max(0, options.trialVariables);
     int codeColumns = std::max(0, options.codeColumns);
@@ -115,7 +120,7 @@ QStringList SampleFileWriter::WriteParticipants(const QString &directory, int co
     for (int participant = 1; participant <= count; ++participant) {
         SampleFileOptions one = options;
         one.participant = participant;
-        const QString name = QStringLiteral("%1_sub-%2.txt").arg(one.design).arg(participant, 2, 10, QLatin1Char('0'));
+        const QString name = QStringLiteral("%1_%2.txt").arg(one.design, ParticipantName(participant));
         const QString path = QDir(directory).filePath(name);
         if (!SampleFileWriter(one).Write(path))
             return {};
