@@ -85,6 +85,13 @@ void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenR
     mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose, file.fileName());
 }
 
+void DataFile::HideRows(const QVector<int> &rows)
+{
+    mainProxy.BeginRowRemovals();
+    mainModel.HideRows(rows);
+    mainProxy.EndRowRemovals();
+}
+
 void DataFile::HideSelectedRows(const QVector<int> &selected)
 {
     QVector<int> rows;
@@ -96,7 +103,7 @@ void DataFile::HideSelectedRows(const QVector<int> &selected)
         }
     }
     const QVector<HiddenSectionStats> shares = HiddenShares(rows);
-    mainModel.HideRows(rows);
+    HideRows(rows);
     sectionModel.HideStats(shares);
     for (const HiddenSectionStats &share : shares) {
         if (share.sectionType == 0)
