@@ -63,6 +63,8 @@ class TestRowFlags : public QObject
 private slots:
     void flagsFollowFileRowsThroughHideAndRestore();
     void hidesFromTheBottomUpAndRestoresInPlace();
+    void hidingManyRowsLooksAsRowByRow_data();
+    void hidingManyRowsLooksAsRowByRow();
     void restoringNothingSendsNothing();
     void changeFlagTogglesAndRepaintsTheRow();
     void paintsRowsByVisibleNumberAfterHiding();
@@ -127,6 +129,57 @@ void TestRowFlags::hidesFromTheBottomUpAndRestoresInPlace()
     QCOMPARE(TableContents::Column(model, 12), QStringList({"10", "11", "12", "13", "14", "15", "16"}));
     QCOMPARE(proxy.rowCount(), 7);
     QCOMPARE(proxy.headerData(6, Qt::Vertical, Qt::DisplayRole), QVariant(7));
+}
+
+void TestRowFlags::hidingManyRowsLooksAsRowByRow_data()
+{
+    QTest::addColumn<int>("sortColumn");
+    QTest::addColumn<int>("order");
+    QTest::newRow("unsorted") << -1 << int(Qt::AscendingOrder);
+    QTest::newRow("ascending") << 12 << int(Qt::AscendingOrder);
+    QTest::newRow("descending") << 12 << int(Qt::DescendingOrder);
+}
+
+// A file hides a batch of rows as one change to its proxy; a view must end
+// up with the same rows, order and selection as if the proxy had followed
+// each removal, also when a restore has left the sorted order mixed.
+void TestRowFlags::hidingManyRowsLooksAsRowByRow()
+{
+    QFETCH(int, sortColumn);
+    QFETCH(int, order);
+    const QStringList times = {"300", "", "20", "abc", "1000", "5", "", "70", "300", "9", "x", "42"};
+    const auto batch = files.Open(Rows(times));
+    const auto single = files.Open(Rows(times));
+    QTableView batchView;
+    QTableView singleView;
+    for (auto pair : {std::make_pair(batch.get(), &batchView), std::make_pair(single.get(), &singleView)}) {
+        MainProxy &proxy = pair.first->GetMainProxy();
+        pair.second->setModel(&proxy);
+        proxy.sort(sortColumn, Qt::SortOrder(order));
+        pair.first->GetMainModel().HideRows({1, 4});
+        pair.first->GetMainModel().RestoreRows();
+        pair.second->setCurrentIndex(proxy.index(9, 3));
+        // Two rows that stay, and one that goes.
+        for (const int row : {2, 5, 0})
+            pair.second->selectionModel()->select(proxy.mapFromSource(proxy.sourceModel()->index(row, 0)),
+                                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    batch->HideRows({0, 3, 7, 10});
+    single->GetMainModel().HideRows({0, 3, 7, 10});
+    for (int column = 0; column < 17; ++column)
+        QCOMPARE(TableContents::Column(batch->GetMainProxy(), column), TableContents::Column(single->GetMainProxy(), column));
+    auto selected = [](QTableView &view) {
+        QList<int> rows;
+        for (const QModelIndex &index : view.selectionModel()->selectedRows())
+            rows << index.row();
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    };
+    QCOMPARE(selected(singleView).size(), 2);
+    QCOMPARE(selected(batchView), selected(singleView));
+    QCOMPARE(batchView.currentIndex().row(), singleView.currentIndex().row());
+    QCOMPARE(batchView.currentIndex().column(), 3);
+    QCOMPARE(batchView.model()->rowCount(), 8);
 }
 
 void TestRowFlags::restoringNothingSendsNothing()
