@@ -57,6 +57,8 @@ private:
     void WireModels();
     void Parse();
     QVector<HiddenSectionStats> HiddenShares(const QVector<int> &rows) const;
+    QString Cell(int row, int column) const;
+    double CellValue(int row, int column) const;
 
     bool legacyFormat = false;
     QString path;
