@@ -92,8 +92,11 @@ void BM_RuleApplied(benchmark::State &state)
 }
 BENCHMARK(BM_RuleApplied)->Unit(benchmark::kMillisecond);
 
-void HideAndRestore(benchmark::State &state, MainModel &model)
+// A file's own model always has its proxy attached; this one has none.
+void BM_HideRestoreModelOnly(benchmark::State &state)
 {
+    MainModel model;
+    model.CopyRows(LargeFile().GetMainModel());
     const QVector<int> rows = ScatteredRows();
     for (auto _ : state) {
         model.HideRows(rows);
@@ -101,33 +104,36 @@ void HideAndRestore(benchmark::State &state, MainModel &model)
     }
     state.SetItemsProcessed(state.iterations() * rows.size());
 }
+BENCHMARK(BM_HideRestoreModelOnly)->Unit(benchmark::kMillisecond);
 
-// A file's own model always has its proxy attached; this one has none.
-void BM_HideRestoreModelOnly(benchmark::State &state)
+// Argument 1 sorts the table first, which makes the proxy follow each row.
+void HideAndRestore(benchmark::State &state, DataFile &file)
 {
-    MainModel model;
-    model.CopyRows(LargeFile().GetMainModel());
-    HideAndRestore(state, model);
+    const QVector<int> rows = ScatteredRows();
+    file.GetMainProxy().sort(state.range(0) ? 12 : -1);
+    file.GetMainProxy().rowCount();
+    for (auto _ : state) {
+        file.HideRows(rows);
+        file.GetMainModel().RestoreRows();
+    }
+    file.GetMainProxy().sort(-1);
+    state.SetItemsProcessed(state.iterations() * rows.size());
 }
 
 void BM_HideRestoreWithProxy(benchmark::State &state)
 {
-    DataFile &file = LargeFile();
-    file.GetMainProxy().rowCount();
-    HideAndRestore(state, file.GetMainModel());
+    HideAndRestore(state, LargeFile());
 }
-BENCHMARK(BM_HideRestoreWithProxy)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_HideRestoreModelOnly)->Unit(benchmark::kMillisecond);
-
+BENCHMARK(BM_HideRestoreWithProxy)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 void BM_HideRestoreWithView(benchmark::State &state)
 {
     DataFile &file = LargeFile();
     QTableView view;
     view.setModel(&file.GetMainProxy());
-    HideAndRestore(state, file.GetMainModel());
+    HideAndRestore(state, file);
     view.setModel(nullptr);
 }
-BENCHMARK(BM_HideRestoreWithView)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_HideRestoreWithView)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 // Hiding selected rows also takes them out of the statistics.
 void BM_HideSelectedAndShowAll(benchmark::State &state)

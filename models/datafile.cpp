@@ -6,6 +6,35 @@
 #include "headerline.h"
 #include "linecursor.h"
 
+namespace {
+
+struct ShareColumn
+{
+    int column;
+    int sectionType;
+    QString columnName;
+};
+
+// Where hiding reads a row's sections: at the places where the product puts
+// them, block at model column 4, trial at 5, and from 13 on the columns right
+// of "Reaction\nTime", whatever their titles say.
+QVector<ShareColumn> ShareColumns(const MainModel &model)
+{
+    QVector<ShareColumn> columns;
+    const int count = model.columnCount();
+    for (int column = 4; column < count; column = column == 5 ? 13 : column + 1) {
+        if (column < 13) {
+            columns.append(ShareColumn{column, column - 4, QString()});
+            continue;
+        }
+        const QString title = model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        columns.append(ShareColumn{column, title.contains(QLatin1String("Trial Variable")) ? 2 : 3, title});
+    }
+    return columns;
+}
+
+} // namespace
+
 #include <QFile>
 #include <QTextStream>
 
@@ -85,6 +114,13 @@ void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenR
     mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose, file.fileName());
 }
 
+void DataFile::HideRows(const QVector<int> &rows)
+{
+    mainProxy.BeginRowRemovals();
+    mainModel.HideRows(rows);
+    mainProxy.EndRowRemovals();
+}
+
 void DataFile::HideSelectedRows(const QVector<int> &selected)
 {
     QVector<int> rows;
@@ -96,7 +132,7 @@ void DataFile::HideSelectedRows(const QVector<int> &selected)
         }
     }
     const QVector<HiddenSectionStats> shares = HiddenShares(rows);
-    mainModel.HideRows(rows);
+    HideRows(rows);
     sectionModel.HideStats(shares);
     for (const HiddenSectionStats &share : shares) {
         if (share.sectionType == 0)
@@ -118,43 +154,43 @@ void DataFile::ShowAllRows()
     sectionModel.RestoreHiddenStats();
 }
 
-// The sections of the given rows, read at the places where the product puts
-// them: block at model column 4, trial at 5, and from 13 on the columns right
-// of "Reaction\nTime". These records keep "SC" in its own slot, although the
-// load folded it into "C" for the blocks and the whole file.
+// The share of each section in the given rows. These records keep "SC" in
+// its own slot, although the load folded it into "C" for the blocks and the
+// whole file.
 QVector<HiddenSectionStats> DataFile::HiddenShares(const QVector<int> &rows) const
 {
+    const QVector<ShareColumn> columns = ShareColumns(mainModel);
     QVector<HiddenSectionStats> shares;
     QHash<QString, int> positions;
-    const int columns = mainModel.columnCount();
-    QVector<int> sectionColumns{4, 5};
-    for (int column = 13; column < columns; ++column)
-        sectionColumns.append(column);
     for (const int row : rows) {
-        double time = 0;
-        if (mainModel.ReactionTimeColumn() >= 0)
-            mainModel.CellNumber(mainModel.index(row, mainModel.ReactionTimeColumn()), &time);
-        const int rt = CellNumber::TruncateToInt(time);
-        const QString code = mainModel.ErrorCodeColumn() < 0
-                                 ? QString()
-                                 : mainModel.CellText(mainModel.index(row, mainModel.ErrorCodeColumn()));
-        for (const int column : sectionColumns) {
-            if (column >= columns)
-                continue;
-            const QString title = mainModel.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-            const int type = column == 4 ? 0 : column == 5 ? 1 : title.contains(QLatin1String("Trial Variable")) ? 2 : 3;
-            const QString columnName = type < 2 ? QString() : title;
-            QString name = mainModel.CellText(mainModel.index(row, column));
+        const QString code = Cell(row, mainModel.ErrorCodeColumn());
+        const int rt = CellNumber::TruncateToInt(CellValue(row, mainModel.ReactionTimeColumn()));
+        for (const ShareColumn &column : columns) {
+            QString name = Cell(row, column.column);
             if (name.isEmpty())
                 name = QStringLiteral("<No Name>");
-            const QString key = QString::number(type) + QChar(0) + columnName + QChar(0) + name;
+            const QString key = QString::number(column.sectionType) + QChar(0) + column.columnName + QChar(0) + name;
             auto found = positions.find(key);
             if (found == positions.end()) {
                 found = positions.insert(key, shares.size());
-                shares.append(HiddenSectionStats(name, type, columnName));
+                shares.append(HiddenSectionStats(name, column.sectionType, column.columnName));
             }
             shares[*found].AddRow(code, rt);
         }
     }
     return shares;
+}
+
+// A missing column reads as an empty cell and a time of 0.
+QString DataFile::Cell(int row, int column) const
+{
+    return column < 0 ? QString() : mainModel.CellText(mainModel.index(row, column));
+}
+
+double DataFile::CellValue(int row, int column) const
+{
+    double value = 0;
+    if (column >= 0)
+        mainModel.CellNumber(mainModel.index(row, column), &value);
+    return value;
 }

@@ -38,6 +38,8 @@ public:
     // see MainModel::WriteMergedRows for the choices.
     void WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose) const;
 
+    // Hides visible rows of the table and leaves the statistics alone.
+    void HideRows(const QVector<int> &rows);
     // Hides visible rows of the table and takes them out of the statistics.
     // The rows are visible row numbers of the model, free of repeats.
     void HideSelectedRows(const QVector<int> &selected);
@@ -55,6 +57,8 @@ private:
     void WireModels();
     void Parse();
     QVector<HiddenSectionStats> HiddenShares(const QVector<int> &rows) const;
+    QString Cell(int row, int column) const;
+    double CellValue(int row, int column) const;
 
     bool legacyFormat = false;
     QString path;

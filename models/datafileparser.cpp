@@ -30,19 +30,30 @@ public:
     void Add(const CellList &cells, int row, const QString &code, int rt)
     {
         const std::string_view bytes = cells.BytesAt(row);
-        const auto found = byBytes.find(bytes);
-        if (found != byBytes.end()) {
-            (*sections)[found->second].AddRow(code, rt);
+        // Rows of one block or trial come in runs, so the last section is
+        // the likeliest and cheapest to try.
+        if (lastPosition >= 0 && bytes == lastBytes) {
+            (*sections)[lastPosition].AddRow(code, rt);
             return;
         }
-        const QString name = bytes.empty() ? QStringLiteral("<No Name>") : cells.at(row);
-        byBytes.emplace(bytes, AccumulateSection(*sections, name, code, rt, &positions));
+        const auto found = byBytes.find(bytes);
+        if (found != byBytes.end()) {
+            lastPosition = found->second;
+            (*sections)[lastPosition].AddRow(code, rt);
+        } else {
+            const QString name = bytes.empty() ? QStringLiteral("<No Name>") : cells.at(row);
+            lastPosition = AccumulateSection(*sections, name, code, rt, &positions);
+            byBytes.emplace(bytes, lastPosition);
+        }
+        lastBytes = bytes;
     }
 
 private:
     QVector<SectionStats> *sections;
     QHash<QString, int> positions;
     std::unordered_map<std::string_view, int> byBytes;
+    std::string_view lastBytes;
+    int lastPosition = -1;
 };
 
 // Splits one line into `n` cells at TAB bytes: missing cells are empty and

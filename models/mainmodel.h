@@ -57,6 +57,9 @@ public:
     // QString::toDouble reads it (false when that fails).
     QString CellText(const QModelIndex &index) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
+    // Row of the whole file that visible row `row` shows; it names a row for
+    // as long as the file is open, hidden or not.
+    int FileRowAt(int row) const { return FileRow(row); }
 
     // Writes the flag of visible row `row` and reports it with RowChanged(0).
     void SetRowFlag(int row, bool value);

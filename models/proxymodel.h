@@ -13,12 +13,12 @@ public:
 
 protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
+    // The source when it is a raw table, which answers reads directly.
+    const MainModel *RawTable() const;
 
 private:
     bool ReadNumber(const QModelIndex &index, double *value) const;
     bool TextLessThan(const QModelIndex &left, const QModelIndex &right) const;
-    // The raw table answers the two reads without going through QVariant.
-    const MainModel *RawTable() const;
 
     mutable const QAbstractItemModel *checkedSource = nullptr;
     mutable const MainModel *rawTable = nullptr;

@@ -3,10 +3,11 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "testenvironment.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -35,14 +36,7 @@ QStringList Sections(SectionModel &model, int sectionType, int subIndex = 0, int
     model.ChangeSectionType(sectionType);
     model.ChangeSubIndex(subIndex);
     model.ChangeDataType(dataType);
-    QStringList rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model.columnCount(); ++column)
-            cells << model.data(model.index(row, column)).toString();
-        rows << model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString() + ": " + cells.join(' ');
-    }
-    return rows;
+    return TableContents::Rows(model);
 }
 
 // Everything of a record that combining could disturb, as text.
@@ -86,8 +80,6 @@ class TestCombining : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void stacksRowsOfFilesWithIdenticalColumns();
     void joinsColumnsByExactTitle_data();
     void joinsColumnsByExactTitle();
@@ -100,25 +92,13 @@ private slots:
     void rebuildingLeavesSourcesUntouched();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    std::unique_ptr<QTemporaryDir> dir;
-    int opened = 0;
+    TestFiles files;
 };
-
-void TestCombining::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestCombining::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath(QString("data%1.txt").arg(++opened))));
-}
 
 void TestCombining::stacksRowsOfFilesWithIdenticalColumns()
 {
-    const auto first = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "300").Trial("B1", "T2", "E", "410"));
-    const auto second = Open(DataFileBuilder().ProductTitles().Trial("B2", "T1", "NR", "0"));
+    const auto first = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "300").Trial("B1", "T2", "E", "410"));
+    const auto second = files.Open(DataFileBuilder().ProductTitles().Trial("B2", "T1", "NR", "0"));
     const QStringList firstTable = Table(first->GetMainModel());
     const QStringList secondTable = Table(second->GetMainModel());
 
@@ -184,7 +164,7 @@ void TestCombining::joinsColumnsByExactTitle()
                 cells << QChar('a' + column) + row;
             builder.Row(cells);
         }
-        return Open(builder);
+        return files.Open(builder);
     };
     const auto first = open(upper1, lower1);
     const auto second = open(upper2, lower2);
@@ -194,12 +174,12 @@ void TestCombining::joinsColumnsByExactTitle()
 
 void TestCombining::keepsSectionsOfAColumnOnlyOneFileHas()
 {
-    const auto first = Open(DataFileBuilder()
+    const auto first = files.Open(DataFileBuilder()
                                 .Titles({"Block", "Error", "Reaction", "Congruency", "Stimulus"},
                                         {"Name", "Code", "Time", "(Trial Variable)", "Side"})
                                 .Row({"B1", "C", "300", "congruent", "left"})
                                 .Row({"B1", "E", "500", "incongruent", "right"}));
-    const auto second = Open(DataFileBuilder()
+    const auto second = files.Open(DataFileBuilder()
                                  .Titles({"Block", "Error", "Reaction", ""}, {"Name", "Code", "Time", "Hand"})
                                  .Row({"B1", "C", "400", "right hand"}));
     const auto combined = Combine({first.get(), second.get()});
@@ -218,12 +198,12 @@ void TestCombining::keepsSectionsOfAColumnOnlyOneFileHas()
 
 void TestCombining::addsSectionsOfTheSameNameAcrossFiles()
 {
-    const auto first = Open(DataFileBuilder()
+    const auto first = files.Open(DataFileBuilder()
                                 .ProductTitles()
                                 .Trial("B1", "T1", "C", "300")
                                 .Trial("B2", "T1", "E", "600")
                                 .Trial("B2", "T2", "C", "500"));
-    const auto second = Open(DataFileBuilder()
+    const auto second = files.Open(DataFileBuilder()
                                  .ProductTitles()
                                  .Trial("B3", "T2", "C", "200")
                                  .Trial("B2", "T2", "C", "100")
@@ -256,15 +236,15 @@ void TestCombining::joinsNamesAndRunsDatesTogether()
 {
     QFETCH(QStringList, names);
     QFETCH(QString, joined);
-    std::vector<std::unique_ptr<DataFile>> files;
+    std::vector<std::unique_ptr<DataFile>> opened;
     QList<DataFile *> selection;
     for (int i = 0; i < names.size(); ++i) {
-        files.push_back(Open(DataFileBuilder()
-                                 .Experiment(names[i])
-                                 .Date(QString("2026-03-0%1").arg(i + 1))
-                                 .ProductTitles()
-                                 .Trial("B1", "T1", "C", "300")));
-        selection << files.back().get();
+        opened.push_back(files.Open(DataFileBuilder()
+                                        .Experiment(names[i])
+                                        .Date(QString("2026-03-0%1").arg(i + 1))
+                                        .ProductTitles()
+                                        .Trial("B1", "T1", "C", "300")));
+        selection << opened.back().get();
     }
     const auto combined = Combine(selection);
     QCOMPARE(combined->ExperimentName(), joined);
@@ -293,9 +273,9 @@ void TestCombining::keepsEmptyMarkOfTheFirstFile()
     QFETCH(bool, empty);
     const QStringList upper{"Error", "Reaction", ""};
     const QStringList lower{"Code", "Time", "Notes"};
-    const auto first = Open(firstHasColumn ? DataFileBuilder().Titles(upper, lower).Row({"C", "300", firstCell})
+    const auto first = files.Open(firstHasColumn ? DataFileBuilder().Titles(upper, lower).Row({"C", "300", firstCell})
                                            : DataFileBuilder().Titles(upper.mid(0, 2), lower.mid(0, 2)).Row({"C", "300"}));
-    const auto later = Open(DataFileBuilder().Titles(upper, lower).Row({"E", "400", laterCell}));
+    const auto later = files.Open(DataFileBuilder().Titles(upper, lower).Row({"E", "400", laterCell}));
     const auto combined = Combine({first.get(), later.get()});
     MainModel &model = combined->GetMainModel();
     QCOMPARE(model.headerData(3, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Notes"));
@@ -307,17 +287,17 @@ void TestCombining::keepsEmptyMarkOfTheFirstFile()
 
 void TestCombining::rebuildingLeavesSourcesUntouched()
 {
-    const auto first = Open(DataFileBuilder()
+    const auto first = files.Open(DataFileBuilder()
                                 .Experiment("Stroop")
                                 .ProductTitles()
                                 .Trial("B1", "T1", "C", "300", "congruent", "left")
                                 .Trial("B2", "T2", "E", "650", "incongruent", "right"));
-    const auto second = Open(DataFileBuilder()
+    const auto second = files.Open(DataFileBuilder()
                                  .Experiment("Flanker")
                                  .ProductTitles()
                                  .Trial("B1", "T1", "SC", "420", "neutral", "left")
                                  .Trial("B3", "T2", "NR", "0", "congruent", "up"));
-    const auto third = Open(DataFileBuilder()
+    const auto third = files.Open(DataFileBuilder()
                                 .Experiment("Simon")
                                 .Titles({"Block", "Error", "Reaction", "Hand"}, {"Name", "Code", "Time", "(Trial Variable)"})
                                 .Row({"B2", "C", "380", "left"}));

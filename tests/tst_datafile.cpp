@@ -3,6 +3,8 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "datafilevalidator.h"
 #include "modalcatcher.h"
 #include "testenvironment.h"
@@ -10,21 +12,12 @@
 #include <QApplication>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QtTest>
 
 #include <memory>
 
 namespace {
-
-QStringList Titles(MainModel &model)
-{
-    QStringList titles;
-    for (int c = 0; c < model.columnCount(); ++c)
-        titles << model.headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
-    return titles;
-}
 
 QStringList RowCells(MainModel &model, int row)
 {
@@ -87,8 +80,6 @@ class TestDataFile : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void readsDottedHeader();
     void readsLegacyHeader();
     void firstLineDecidesGeneration_data();
@@ -111,34 +102,12 @@ private slots:
     void validatorMessageNamesOneOrMany();
 
 private:
-    QString Write(const QByteArray &bytes, const QString &name = QStringLiteral("data.txt"));
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
 };
-
-void TestDataFile::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-QString TestDataFile::Write(const QByteArray &bytes, const QString &name)
-{
-    const QString path = dir->filePath(name);
-    QFile file(path);
-    file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    file.write(bytes);
-    return path;
-}
-
-std::unique_ptr<DataFile> TestDataFile::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(Write(builder.Bytes()));
-}
 
 void TestDataFile::readsDottedHeader()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Experiment("Stroop")
                                .Date("2026-11-22")
                                .Field(".Kelmarun Version", "7.2")
@@ -156,7 +125,7 @@ void TestDataFile::readsDottedHeader()
 
 void TestDataFile::readsLegacyHeader()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Legacy()
                                .LegacyLines("anything at all", "")
                                .Experiment("Old Stroop")
@@ -169,7 +138,7 @@ void TestDataFile::readsLegacyHeader()
     QCOMPARE(file->Date(), QString("11/22/2026"));
     QVERIFY(file->HeaderFields().isEmpty());
     QCOMPARE(file->GetMainModel().rowCount(), 2);
-    QCOMPARE(Titles(file->GetMainModel()).value(12), QString("Reaction\nTime"));
+    QCOMPARE(TableContents::Titles(file->GetMainModel()).value(12), QString("Reaction\nTime"));
 }
 
 void TestDataFile::firstLineDecidesGeneration_data()
@@ -187,28 +156,28 @@ void TestDataFile::firstLineDecidesGeneration()
 {
     QFETCH(QByteArray, firstLine);
     QFETCH(bool, legacy);
-    const QString path = Write(firstLine + "\nName\nDate\n\nError\tReaction\nCode\tTime\nC\t1\n");
+    const QString path = files.Write(firstLine + "\nName\nDate\n\nError\tReaction\nCode\tTime\nC\t1\n");
     QCOMPARE(DataFile(path).LegacyFormat(), legacy);
 }
 
 void TestDataFile::dropsTerminatorWhateverItHolds()
 {
-    const auto file = Open(DataFileBuilder().Terminator("not empty").ProductTitles().Trial("B", "T", "C", "1"));
-    QCOMPARE(Titles(file->GetMainModel()).value(4), QString("Block\nName"));
+    const auto file = files.Open(DataFileBuilder().Terminator("not empty").ProductTitles().Trial("B", "T", "C", "1"));
+    QCOMPARE(TableContents::Titles(file->GetMainModel()).value(4), QString("Block\nName"));
     QCOMPARE(file->GetMainModel().rowCount(), 1);
 }
 
 void TestDataFile::buildsTitlesFromTwoRows()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Error", "", "Reaction", "Pressed Or", "surplus", "more"},
                                        {"Code", "Key", "Time", "Released"})
                                .Row({"C", "a", "300", "Pressed"}));
-    QCOMPARE(Titles(file->GetMainModel()),
+    QCOMPARE(TableContents::Titles(file->GetMainModel()),
              QStringList({"Flag", "Error\nCode", "Key", "Reaction\nTime", "Pressed Or\nReleased"}));
 
-    const auto shortUpper = Open(DataFileBuilder().Titles({"Error"}, {"Code", "Key", "Time"}).Row({"C"}));
-    QCOMPARE(Titles(shortUpper->GetMainModel()), QStringList({"Flag", "Error\nCode", "Key", "Time"}));
+    const auto shortUpper = files.Open(DataFileBuilder().Titles({"Error"}, {"Code", "Key", "Time"}).Row({"C"}));
+    QCOMPARE(TableContents::Titles(shortUpper->GetMainModel()), QStringList({"Flag", "Error\nCode", "Key", "Time"}));
 }
 
 void TestDataFile::marksRepeatedTitles_data()
@@ -225,13 +194,13 @@ void TestDataFile::marksRepeatedTitles()
 {
     QFETCH(QStringList, lower);
     QFETCH(QStringList, titles);
-    const auto file = Open(DataFileBuilder().Titles({}, lower));
-    QCOMPARE(Titles(file->GetMainModel()), titles);
+    const auto file = files.Open(DataFileBuilder().Titles({}, lower));
+    QCOMPARE(TableContents::Titles(file->GetMainModel()), titles);
 }
 
 void TestDataFile::fitsRowsToTitleCount()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Error", "Reaction", ""}, {"Code", "Time", "Key"})
                                .Row({"C", "300", "a", "surplus", "more"})
                                .Row({"E"})
@@ -246,7 +215,7 @@ void TestDataFile::fitsRowsToTitleCount()
 
 void TestDataFile::keepsEmptyLinesAsRows()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Error", "Reaction"}, {"Code", "Time"})
                                .Row({"C", "1"})
                                .RawLine("")
@@ -261,11 +230,11 @@ void TestDataFile::treatsCrLfAndStrayCrAsTextModeDoes()
 {
     DataFileBuilder builder;
     builder.Experiment("Crlf").ProductTitles().Trial("B1", "T1", "C", "500").RawLine("x\ry\tz");
-    const auto lf = Open(builder);
+    const auto lf = files.Open(builder);
     builder.LineEnd("\r\n");
-    const auto crlf = Open(builder);
+    const auto crlf = files.Open(builder);
     QCOMPARE(crlf->ExperimentName(), QString("Crlf"));
-    QCOMPARE(Titles(crlf->GetMainModel()), Titles(lf->GetMainModel()));
+    QCOMPARE(TableContents::Titles(crlf->GetMainModel()), TableContents::Titles(lf->GetMainModel()));
     QCOMPARE(RowCells(crlf->GetMainModel(), 0), RowCells(lf->GetMainModel(), 0));
     // A text-mode device drops every CR, also one in the middle of a line.
     QCOMPARE(crlf->GetMainModel().data(crlf->GetMainModel().index(1, 1)).toString(), QString("xy"));
@@ -273,7 +242,7 @@ void TestDataFile::treatsCrLfAndStrayCrAsTextModeDoes()
 
 void TestDataFile::opensFileWithTitlesButNoRows()
 {
-    const auto file = Open(DataFileBuilder().ProductTitles());
+    const auto file = files.Open(DataFileBuilder().ProductTitles());
     QCOMPARE(file->GetMainModel().rowCount(), 0);
     QCOMPARE(file->GetMainModel().columnCount(), 17);
     QCOMPARE(file->Overall().TotalCount(), 0);
@@ -285,7 +254,7 @@ void TestDataFile::opensFileWithTitlesButNoRows()
 
 void TestDataFile::opensFileWithoutCodeOrTimeColumn()
 {
-    const auto noCode = Open(DataFileBuilder()
+    const auto noCode = files.Open(DataFileBuilder()
                                  .Titles({"Block", "Reaction"}, {"Name", "Time"})
                                  .Row({"B1", "300"})
                                  .Row({"B2", "400"}));
@@ -294,7 +263,7 @@ void TestDataFile::opensFileWithoutCodeOrTimeColumn()
     QCOMPARE(noCode->GetSectionModel().rowCount(), 2);
     QCOMPARE(noCode->GetMainModel().ErrorCodeColumn(), -1);
 
-    const auto noTime = Open(DataFileBuilder()
+    const auto noTime = files.Open(DataFileBuilder()
                                  .Titles({"Block", "Error"}, {"Name", "Code"})
                                  .Row({"B1", "C"})
                                  .Row({"B1", "E"}));
@@ -332,13 +301,13 @@ void TestDataFile::agreesWithLineByLineReading()
     for (int i = 0; i < count; ++i)
         body += pieces[random.bounded(pieces.size())];
     const QByteArray bytes = builder.Bytes() + body;
-    const QString path = Write(bytes);
+    const QString path = files.Write(bytes);
 
     const ReferenceFile reference = ReadReference(path, legacy);
     DataFile file(path);
     MainModel &model = file.GetMainModel();
     QCOMPARE(file.ExperimentName(), reference.experimentName);
-    QCOMPARE(Titles(model).mid(1), reference.titles);
+    QCOMPARE(TableContents::Titles(model).mid(1), reference.titles);
     QCOMPARE(model.rowCount(), reference.rows.size());
     for (int row = 0; row < model.rowCount(); ++row)
         QCOMPARE(RowCells(model, row), reference.rows[row]);
@@ -353,7 +322,7 @@ void TestDataFile::survivesArbitraryBytes()
             byte = char(random.bounded(256));
         if (round % 3 == 0)
             bytes.prepend(".Experiment Name\tX\n\n");
-        DataFile file(Write(bytes));
+        DataFile file(files.Write(bytes));
         MainModel &model = file.GetMainModel();
         for (int row = 0; row < model.rowCount(); ++row)
             for (int column = 0; column < model.columnCount(); ++column)
@@ -362,10 +331,10 @@ void TestDataFile::survivesArbitraryBytes()
         QVERIFY(model.columnCount() >= 2);
     }
     const QString wide = QString("Error\tReaction\t").repeated(3000);
-    DataFile wideFile(Write(("x\nName\nDate\n\n" + wide + "\n" + wide + "\nC\t1\n").toUtf8()));
+    DataFile wideFile(files.Write(("x\nName\nDate\n\n" + wide + "\n" + wide + "\nC\t1\n").toUtf8()));
     // The titles end in a TAB, so there is one empty title more.
     QCOMPARE(wideFile.GetMainModel().columnCount(), 6002);
-    DataFile huge(Write(QByteArray(20'000'000, 'x')));
+    DataFile huge(files.Write(QByteArray(20'000'000, 'x')));
     QCOMPARE(huge.GetMainModel().rowCount(), 0);
 }
 
@@ -405,14 +374,14 @@ void TestDataFile::validatorJudgesFiles()
     QFETCH(QByteArray, bytes);
     QFETCH(bool, valid);
     ModalCatcher catcher;
-    QCOMPARE(ValidateDataFiles({Write(bytes)}), valid);
+    QCOMPARE(ValidateDataFiles({files.Write(bytes)}), valid);
     QCOMPARE(catcher.Messages().size(), valid ? 0 : 1);
 }
 
 void TestDataFile::validatorMessageNamesOneOrMany()
 {
-    const QString good = DataFileBuilder().ProductTitles().Write(dir->filePath("good.txt"));
-    const QString missing = dir->filePath("missing.txt");
+    const QString good = DataFileBuilder().ProductTitles().Write(files.Path("good.txt"));
+    const QString missing = files.Path("missing.txt");
     ModalCatcher catcher;
     QVERIFY(!ValidateDataFiles({missing}));
     QVERIFY(!ValidateDataFiles({good, missing, good}));

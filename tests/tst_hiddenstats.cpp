@@ -3,29 +3,17 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "testenvironment.h"
 
 #include <QApplication>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 
 namespace {
-
-// The section table on show as "name: cells" lines, through any model.
-QStringList Table(QAbstractItemModel &model)
-{
-    QStringList rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model.columnCount(); ++column)
-            cells << model.data(model.index(row, column)).toString();
-        rows << model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString() + ": " + cells.join(' ');
-    }
-    return rows;
-}
 
 QStringList Hidden(SectionModel &model)
 {
@@ -42,8 +30,6 @@ class TestHiddenStats : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void vanishedBlockComesBackAtTheEnd();
     void sameSectionHiddenTwiceIsOneRecord();
     void selfCorrectRowDrivesSlotsBelowZero();
@@ -53,23 +39,12 @@ private slots:
     void viewsShowTheTruthWhenNotNotified();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
 };
-
-void TestHiddenStats::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestHiddenStats::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath("data.txt")));
-}
 
 void TestHiddenStats::vanishedBlockComesBackAtTheEnd()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "100")
                                .Trial("B2", "T1", "E", "200")
@@ -77,11 +52,11 @@ void TestHiddenStats::vanishedBlockComesBackAtTheEnd()
                                .Trial("B3", "T2", "C", "400"));
     SectionModel &sections = file->GetSectionModel();
     file->HideSelectedRows({2, 1});
-    QCOMPARE(Table(sections), QStringList({"B1: 1 0 0 0", "B3: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"B1: 1 0 0 0", "B3: 1 0 0 0"}));
     QCOMPARE(file->Overall().TotalCount(), 2);
     QCOMPARE(file->Overall().FormatAverageRt(), QString("250.00"));
     file->ShowAllRows();
-    QCOMPARE(Table(sections), QStringList({"B1: 1 0 0 0", "B3: 1 0 0 0", "B2: 1 1 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"B1: 1 0 0 0", "B3: 1 0 0 0", "B2: 1 1 0 0"}));
     QCOMPARE(file->Overall().TotalCount(), 4);
     QCOMPARE(file->Overall().FormatAverageRt(), QString("250.00"));
     QVERIFY(sections.HiddenStats().isEmpty());
@@ -90,7 +65,7 @@ void TestHiddenStats::vanishedBlockComesBackAtTheEnd()
 
 void TestHiddenStats::sameSectionHiddenTwiceIsOneRecord()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "100")
                                .Trial("B1", "T1", "C", "200")
@@ -101,12 +76,12 @@ void TestHiddenStats::sameSectionHiddenTwiceIsOneRecord()
     QCOMPARE(Hidden(sections), QStringList({"0//B1 2", "1//T1 2", "3/Key/z 2", "3/Pressed Or\nReleased/Pressed 2",
                                             "2/Congruency\n(Trial Variable)/congruent 2", "3/Stimulus\nSide/left 2"}));
     sections.ChangeSectionType(1);
-    QCOMPARE(Table(sections), QStringList({"T2: 0 1 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"T2: 0 1 0 0"}));
 }
 
 void TestHiddenStats::selfCorrectRowDrivesSlotsBelowZero()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "SC", "100")
                                .Trial("B1", "T1", "C", "300")
@@ -116,20 +91,20 @@ void TestHiddenStats::selfCorrectRowDrivesSlotsBelowZero()
     // The load counted "SC" as "C"; hiding takes it from the "SC" slot.
     QCOMPARE(file->Overall().counts, QVector<double>({2, 1, 0, -1}));
     QCOMPARE(file->Overall().TotalCount(), 2);
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"B1: 2 1 0 -0.99"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"B1: 2 1 0 -0.99"}));
     file->ShowAllRows();
     QCOMPARE(file->Overall().counts, QVector<double>({2, 1, 0, 0}));
 }
 
 void TestHiddenStats::emptyAndNoNameCellsAreOneSection()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("", "T1", "C", "100")
                                .Trial("<No Name>", "T1", "E", "200")
                                .Trial("B1", "T1", "C", "300"));
     file->HideSelectedRows({0, 1});
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"B1: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"B1: 1 0 0 0"}));
     QCOMPARE(Hidden(file->GetSectionModel()).first(), QString("0//<No Name> 2"));
 }
 
@@ -137,7 +112,7 @@ void TestHiddenStats::emptyAndNoNameCellsAreOneSection()
 // their titles, while the load found sections by title.
 void TestHiddenStats::readsSectionsAtFixedColumns()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Trial", "", "", "Block", "", "", "", "", "", "", "Error", "Reaction", "Trial Variable"},
                                        {"Name", "a", "b", "Name", "c", "d", "e", "f", "g", "h", "Code", "Time", "X"})
                                .Row({"T1", "", "", "B1", "", "", "", "", "", "", "C", "100", "v"})
@@ -148,13 +123,13 @@ void TestHiddenStats::readsSectionsAtFixedColumns()
     // has "Trial Variable" in its title and counts as a trial variable.
     QCOMPARE(Hidden(file->GetSectionModel()),
              QStringList({"0//B1 1", "1//<No Name> 1", "2/Trial Variable\nX/v 1"}));
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"B1: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"B1: 1 0 0 0"}));
     QCOMPARE(file->GetSectionModel().TrialVariableNames(), QStringList({"Trial Variable\nX"}));
 }
 
 void TestHiddenStats::notifiesOnlyWhatIsOnShow()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "100")
                                .Trial("B2", "T1", "E", "200")
@@ -174,17 +149,17 @@ void TestHiddenStats::notifiesOnlyWhatIsOnShow()
     file->HideSelectedRows({0});
     QCOMPARE(changed.count(), 1);
     QCOMPARE(changed.first().at(0).toModelIndex().row(), 0);
-    QCOMPARE(Table(*view.model()), QStringList({"B2: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(*view.model()), QStringList({"B2: 1 0 0 0"}));
     file->ShowAllRows();
     QCOMPARE(inserted.count(), 1);
-    QCOMPARE(Table(*view.model()), QStringList({"B2: 1 1 0 0", "B1: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(*view.model()), QStringList({"B2: 1 1 0 0", "B1: 1 0 0 0"}));
 }
 
 // With percentages chosen, block records are not on show although the
 // blocks are: the views hear no row notification and still show the truth.
 void TestHiddenStats::viewsShowTheTruthWhenNotNotified()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "100")
                                .Trial("B2", "T1", "E", "200")
@@ -197,11 +172,11 @@ void TestHiddenStats::viewsShowTheTruthWhenNotNotified()
     sections.ChangeDataType(1);
     QSignalSpy removed(&sections, &SectionModel::rowsRemoved);
     file->HideSelectedRows({0, 2});
-    QCOMPARE(Table(*view.model()), QStringList({"B2: 0.00% 100.00% 0.00% 0.00%", "B4: 100.00% 0.00% 0.00% 0.00%"}));
+    QCOMPARE(TableContents::Rows(*view.model()), QStringList({"B2: 0.00% 100.00% 0.00% 0.00%", "B4: 100.00% 0.00% 0.00% 0.00%"}));
     sections.ChangeDataType(0);
     file->ShowAllRows();
     file->HideSelectedRows({3});
-    QCOMPARE(Table(*view.model()), QStringList({"B2: 0 1 0 0", "B1: 1 0 0 0", "B3: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(*view.model()), QStringList({"B2: 0 1 0 0", "B1: 1 0 0 0", "B3: 1 0 0 0"}));
     QCOMPARE(removed.count(), 1);
 }
 

@@ -3,6 +3,7 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "testfiles.h"
 #include "mergedialog.h"
 #include "modalcatcher.h"
 #include "testenvironment.h"
@@ -10,7 +11,6 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -72,13 +72,10 @@ private slots:
     void reportsSuccessBeforeTheTextReachesTheDisk();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    QByteArray Merge(const DataFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose);
-    QString OutputPath() const { return dir->filePath("merged.txt"); }
+    QString OutputPath() const { return files.Path("merged.txt"); }
 
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
     std::unique_ptr<ModalCatcher> catcher;
-    int opened = 0;
 };
 
 void TestMergedOutput::initTestCase()
@@ -88,26 +85,7 @@ void TestMergedOutput::initTestCase()
 
 void TestMergedOutput::init()
 {
-    dir = std::make_unique<QTemporaryDir>();
     catcher->Clear();
-}
-
-std::unique_ptr<DataFile> TestMergedOutput::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath(QString("data%1.txt").arg(++opened))));
-}
-
-// Writes as the window does: a text-mode file, truncated, closed afterwards.
-QByteArray TestMergedOutput::Merge(const DataFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose)
-{
-    {
-        QFile output(OutputPath());
-        if (!output.open(QIODevice::WriteOnly | QIODevice::Text))
-            return QByteArray();
-        file.WriteMergedFile(output, rowsToMerge, includeHiddenRows, transpose);
-    }
-    QFile written(OutputPath());
-    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
 }
 
 void TestMergedOutput::writesBothLayouts_data()
@@ -122,14 +100,14 @@ void TestMergedOutput::writesBothLayouts()
 {
     QFETCH(bool, transpose);
     QFETCH(QString, expected);
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Experiment("Stroop")
                                .Date("2026-03-01 10:00")
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "300", "congruent", "left")
                                .Trial("B1", "T2", "E", "512.9", "incongruent", "right")
                                .Trial("B2", "T1", "NR", "", "congruent", "left"));
-    QCOMPARE(Merge(*file, 2, false, transpose), Fixture(expected));
+    QCOMPARE(files.Merge(*file, 2, false, transpose), Fixture(expected));
 }
 
 void TestMergedOutput::keepsRowsByChoice_data()
@@ -148,14 +126,14 @@ void TestMergedOutput::keepsRowsByChoice()
 {
     QFETCH(int, rowsToMerge);
     QFETCH(bool, keepsRows);
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Experiment("E")
                                .Date("D")
                                .Titles({"Error", "Reaction"}, {"Code", "Time"})
                                .Row({"C", "300"})
                                .Row({"E", "400"}));
     const QByteArray header = "\n{ E }\n{ D }\n\nError\tReaction\nCode\tTime\n";
-    QCOMPARE(Merge(*file, rowsToMerge, false, false), keepsRows ? header + "C\t300\t\nE\t400\t\n" : header);
+    QCOMPARE(files.Merge(*file, rowsToMerge, false, false), keepsRows ? header + "C\t300\t\nE\t400\t\n" : header);
 }
 
 void TestMergedOutput::writesOnlyTitlesWhenNoRowIsKept_data()
@@ -182,8 +160,8 @@ void TestMergedOutput::writesOnlyTitlesWhenNoRowIsKept()
     builder.Experiment("E").Date("D").Titles({"Error", "Reaction", "Hand"}, {"Code", "Time", "(Trial Variable)"});
     if (withRows)
         builder.Row({"C", "300", "left"}).Row({"E", "400", "right"});
-    const auto file = Open(builder);
-    QCOMPARE(Merge(*file, rowsToMerge, false, transpose), expected);
+    const auto file = files.Open(builder);
+    QCOMPARE(files.Merge(*file, rowsToMerge, false, transpose), expected);
 }
 
 void TestMergedOutput::splitsTitlesOverTwoLines_data()
@@ -225,8 +203,8 @@ void TestMergedOutput::splitsTitlesOverTwoLines()
     QFETCH(QStringList, upper);
     QFETCH(QStringList, lower);
     QFETCH(QByteArray, titleLines);
-    const auto file = Open(DataFileBuilder().Experiment("E").Date("D").Titles(upper, lower));
-    QCOMPARE(Merge(*file, 2, false, false), "\n{ E }\n{ D }\n\n" + titleLines);
+    const auto file = files.Open(DataFileBuilder().Experiment("E").Date("D").Titles(upper, lower));
+    QCOMPARE(files.Merge(*file, 2, false, false), "\n{ E }\n{ D }\n\n" + titleLines);
 }
 
 void TestMergedOutput::writesTwoCombinedExperiments_data()
@@ -251,13 +229,13 @@ void TestMergedOutput::writesTwoCombinedExperiments()
 {
     QFETCH(bool, transpose);
     QFETCH(QByteArray, expected);
-    const auto first = Open(DataFileBuilder()
+    const auto first = files.Open(DataFileBuilder()
                                 .Experiment("Stroop")
                                 .Date("2026-03-01")
                                 .Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"})
                                 .Row({"B1", "C", "300"})
                                 .Row({"B1", "SC", "350"}));
-    const auto second = Open(DataFileBuilder()
+    const auto second = files.Open(DataFileBuilder()
                                  .Experiment("Flanker")
                                  .Date("2026-03-02")
                                  .Titles({"Hand", "Block", "Error", "Reaction"}, {"(Trial Variable)", "Name", "Code", "Time"})
@@ -265,7 +243,7 @@ void TestMergedOutput::writesTwoCombinedExperiments()
     DataFile combined;
     combined.CopyFrom(*first);
     combined.Combine(*second);
-    QCOMPARE(Merge(combined, 2, false, transpose), expected);
+    QCOMPARE(files.Merge(combined, 2, false, transpose), expected);
 }
 
 // "Flagged rows only" chosen while a file had flags stays chosen for the
@@ -280,7 +258,7 @@ void TestMergedOutput::staleFlaggedChoiceLeavesOnlyTheHeader()
     QCOMPARE(dialog.RowsToMerge(), 0);
     dialog.reject();
 
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Experiment("E")
                                .Date("D")
                                .Titles({"Error", "Reaction"}, {"Code", "Time"})
@@ -288,15 +266,15 @@ void TestMergedOutput::staleFlaggedChoiceLeavesOnlyTheHeader()
     dialog.Prepare(file->GetMainModel().rowCount(), file->GetMainModel().FlaggedRowCount(),
                    file->GetMainModel().HiddenRowCount());
     dialog.show();
-    QCOMPARE(Merge(*file, dialog.RowsToMerge(), dialog.IncludeHiddenRows(), dialog.Transpose()),
+    QCOMPARE(files.Merge(*file, dialog.RowsToMerge(), dialog.IncludeHiddenRows(), dialog.Transpose()),
              QByteArray("\n{ E }\n{ D }\n\nError\tReaction\nCode\tTime\n"));
 }
 
 void TestMergedOutput::reportsSuccessBeforeTheTextReachesTheDisk()
 {
-    const auto file = Open(DataFileBuilder().Titles({"Error", "Reaction"}, {"Code", "Time"}).Row({"C", "300"}));
+    const auto file = files.Open(DataFileBuilder().Titles({"Error", "Reaction"}, {"Code", "Time"}).Row({"C", "300"}));
     BoxWatcher watcher(OutputPath());
-    const QByteArray written = Merge(*file, 2, false, true);
+    const QByteArray written = files.Merge(*file, 2, false, true);
     QCOMPARE(written, QByteArray("Error Code\tC\t\nReaction Time\t300\t"));
     QCOMPARE(watcher.sizeAtBox, qint64(0));
     QCOMPARE(catcher->Messages(), QStringList({"Talvox Zephlane|Data successfully written to " + OutputPath() + "."}));

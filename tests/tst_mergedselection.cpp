@@ -3,11 +3,11 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "testfiles.h"
 #include "modalcatcher.h"
 #include "testenvironment.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -49,7 +49,6 @@ class TestMergedSelection : public QObject
 
 private slots:
     void initTestCase();
-    void init();
 
     void writesFlaggedUnflaggedOrAllRows_data();
     void writesFlaggedUnflaggedOrAllRows();
@@ -61,40 +60,14 @@ private slots:
     void flagsAndHidingInACombinedViewStayThere();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    QByteArray Merge(const DataFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose);
 
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
     std::unique_ptr<ModalCatcher> catcher;
-    int opened = 0;
 };
 
 void TestMergedSelection::initTestCase()
 {
     catcher = std::make_unique<ModalCatcher>();
-}
-
-void TestMergedSelection::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestMergedSelection::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath(QString("data%1.txt").arg(++opened))));
-}
-
-QByteArray TestMergedSelection::Merge(const DataFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose)
-{
-    const QString path = dir->filePath("merged.txt");
-    {
-        QFile output(path);
-        if (!output.open(QIODevice::WriteOnly | QIODevice::Text))
-            return QByteArray();
-        file.WriteMergedFile(output, rowsToMerge, includeHiddenRows, transpose);
-    }
-    QFile written(path);
-    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
 }
 
 void TestMergedSelection::writesFlaggedUnflaggedOrAllRows_data()
@@ -114,10 +87,10 @@ void TestMergedSelection::writesFlaggedUnflaggedOrAllRows()
     QFETCH(int, rowsToMerge);
     QFETCH(bool, transpose);
     QFETCH(QByteArray, expected);
-    const auto file = Open(Rows(4));
+    const auto file = files.Open(Rows(4));
     file->GetMainModel().SetRowFlag(1, true);
     file->GetMainModel().SetRowFlag(3, true);
-    QCOMPARE(Merge(*file, rowsToMerge, false, transpose), expected);
+    QCOMPARE(files.Merge(*file, rowsToMerge, false, transpose), expected);
 }
 
 void TestMergedSelection::stopsShortByTheHiddenRows_data()
@@ -139,28 +112,28 @@ void TestMergedSelection::stopsShortByTheHiddenRows()
     QFETCH(QVector<int>, hide);
     QFETCH(bool, includeHiddenRows);
     QFETCH(QList<int>, written);
-    const auto file = Open(Rows(10));
+    const auto file = files.Open(Rows(10));
     file->GetMainModel().HideRows(hide);
-    QCOMPARE(Merge(*file, 2, includeHiddenRows, false), PlainLines(written));
+    QCOMPARE(files.Merge(*file, 2, includeHiddenRows, false), PlainLines(written));
 }
 
 // The flag of file row r decides, whichever row now shows at r.
 void TestMergedSelection::readsFlagsByFileRow()
 {
-    const auto file = Open(Rows(5));
+    const auto file = files.Open(Rows(5));
     MainModel &model = file->GetMainModel();
     model.SetRowFlag(4, true);
     model.HideRows({0});
-    QCOMPARE(Merge(*file, 0, false, false), PlainLines({}));
+    QCOMPARE(files.Merge(*file, 0, false, false), PlainLines({}));
     model.SetRowFlag(0, true); // file row 1
-    QCOMPARE(Merge(*file, 0, false, false), PlainLines({1}));
-    QCOMPARE(Merge(*file, 1, true, false), PlainLines({0, 2, 3}));
+    QCOMPARE(files.Merge(*file, 0, false, false), PlainLines({1}));
+    QCOMPARE(files.Merge(*file, 1, true, false), PlainLines({0, 2, 3}));
 }
 
 void TestMergedSelection::combinedRecordKeepsHiddenRowsAndFlags()
 {
-    const auto first = Open(Rows(3, "a"));
-    const auto second = Open(Rows(3, "b"));
+    const auto first = files.Open(Rows(3, "a"));
+    const auto second = files.Open(Rows(3, "b"));
     first->GetMainModel().HideRows({1});
     first->GetMainModel().SetRowFlag(1, true); // file row a2
     second->GetMainModel().HideRows({0, 2});
@@ -179,8 +152,8 @@ void TestMergedSelection::combinedRecordKeepsHiddenRowsAndFlags()
 
 void TestMergedSelection::writesHiddenRowsOfACombinedRecord()
 {
-    const auto first = Open(Rows(3, "a"));
-    const auto second = Open(Rows(3, "b"));
+    const auto first = files.Open(Rows(3, "a"));
+    const auto second = files.Open(Rows(3, "b"));
     first->GetMainModel().HideRows({1});
     second->GetMainModel().HideRows({0});
     DataFile combined;
@@ -188,15 +161,15 @@ void TestMergedSelection::writesHiddenRowsOfACombinedRecord()
     combined.Combine(*second);
     // Four rows shown, so full rows 0 to 3 are visited: a0 a1 a2 b0.
     const QByteArray header = "\n{ E & E }\n{ DD  }\n\nRow\tError\tReaction\n\tCode\tTime\n";
-    QCOMPARE(Merge(combined, 2, false, false), header + "a0\tC\t300\t\na2\tC\t302\t\n");
-    QCOMPARE(Merge(combined, 2, true, false),
+    QCOMPARE(files.Merge(combined, 2, false, false), header + "a0\tC\t300\t\na2\tC\t302\t\n");
+    QCOMPARE(files.Merge(combined, 2, true, false),
              header + "a0\tC\t300\t\na1\tC\t301\t\na2\tC\t302\t\nb0\tC\t300\t\n");
 }
 
 void TestMergedSelection::flagsAndHidingInACombinedViewStayThere()
 {
-    const auto first = Open(Rows(3, "a"));
-    const auto second = Open(Rows(2, "b"));
+    const auto first = files.Open(Rows(3, "a"));
+    const auto second = files.Open(Rows(2, "b"));
     auto combined = std::make_unique<DataFile>();
     combined->CopyFrom(*first);
     combined->Combine(*second);

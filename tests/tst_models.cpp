@@ -3,6 +3,8 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "flagdelegate.h"
 #include "testenvironment.h"
 
@@ -10,7 +12,6 @@
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QStandardItemModel>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -25,14 +26,6 @@ QVector<QColor> Colors(const QColor &c, const QColor &e, const QColor &nr, const
     return {c, e, nr, sc, flagged};
 }
 
-QStringList Column(QAbstractItemModel &model, int column)
-{
-    QStringList cells;
-    for (int row = 0; row < model.rowCount(); ++row)
-        cells << model.data(model.index(row, column)).toString();
-    return cells;
-}
-
 } // namespace
 
 class TestModels : public QObject
@@ -40,8 +33,6 @@ class TestModels : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void colorsRowsByCode_data();
     void colorsRowsByCode();
     void paintsNoColorWithoutCodeOrTimeColumn();
@@ -55,19 +46,8 @@ private slots:
     void flagColumnPaintsOnlySelectionAndIcon();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
 };
-
-void TestModels::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestModels::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath("data.txt")));
-}
 
 void TestModels::colorsRowsByCode_data()
 {
@@ -99,7 +79,7 @@ void TestModels::colorsRowsByCode()
     QFETCH(int, column);
     QFETCH(QColor, background);
     QFETCH(QColor, foreground);
-    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", code, "400"));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", code, "400"));
     MainModel &model = file->GetMainModel();
     model.SetRowColors(colors);
     model.SetColorEntireRow(entireRow);
@@ -110,7 +90,7 @@ void TestModels::colorsRowsByCode()
 void TestModels::paintsNoColorWithoutCodeOrTimeColumn()
 {
     for (const QStringList &upper : {QStringList{"Error", "Reaction"}, QStringList{"Error", "Latency"}}) {
-        const auto file = Open(DataFileBuilder().Titles(upper, {"Code", "Time"}).Row({"C", "300"}));
+        const auto file = files.Open(DataFileBuilder().Titles(upper, {"Code", "Time"}).Row({"C", "300"}));
         MainModel &model = file->GetMainModel();
         model.SetRowColors(Colors(Qt::green, Qt::red, Qt::gray, Qt::black));
         model.SetColorEntireRow(true);
@@ -121,7 +101,7 @@ void TestModels::paintsNoColorWithoutCodeOrTimeColumn()
 
 void TestModels::answersHeadersAndPlaceholder()
 {
-    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "E", "2"));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "E", "2"));
     MainModel &model = file->GetMainModel();
     QCOMPARE(model.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Flag"));
     QCOMPARE(model.headerData(11, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Error\nCode"));
@@ -145,7 +125,7 @@ void TestModels::answersHeadersAndPlaceholder()
     QCOMPARE(placeholder.columnCount(), 50);
     QCOMPARE(placeholder.headerData(3, Qt::Vertical, Qt::DisplayRole).toString(), QString());
 
-    const auto empty = Open(DataFileBuilder().ProductTitles());
+    const auto empty = files.Open(DataFileBuilder().ProductTitles());
     QCOMPARE(empty->GetMainModel().rowCount(), 0);
     QCOMPARE(empty->GetMainModel().headerData(12, Qt::Horizontal, Qt::DisplayRole).toString(),
              QString("Reaction\nTime"));
@@ -153,7 +133,7 @@ void TestModels::answersHeadersAndPlaceholder()
 
 void TestModels::reportsEmptyColumnsFromAllRows()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Error", "Reaction", "", "Note"}, {"Code", "Time", "Key", "Text"})
                                .Row({"C", "1", "", ""})
                                .Row({"E", "2", "", "late"}));
@@ -166,7 +146,7 @@ void TestModels::reportsEmptyColumnsFromAllRows()
 
 void TestModels::cyclesSortStateAndIcon()
 {
-    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
     MainModel &model = file->GetMainModel();
     auto icon = [&](int column) {
         return model.headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
@@ -213,12 +193,12 @@ void TestModels::sortsNumbersAsNumbersAndTheRestAsText()
     builder.Titles({"Error", "Reaction"}, {"Code", "Time"});
     for (const QString &cell : cells)
         builder.Row({"C", cell});
-    const auto file = Open(builder);
+    const auto file = files.Open(builder);
     MainProxy &proxy = file->GetMainProxy();
     proxy.sort(2, Qt::AscendingOrder);
-    QCOMPARE(Column(proxy, 2), ascending);
+    QCOMPARE(TableContents::Column(proxy, 2), ascending);
     proxy.sort(-1, Qt::AscendingOrder);
-    QCOMPARE(Column(proxy, 2), cells);
+    QCOMPARE(TableContents::Column(proxy, 2), cells);
 }
 
 // The raw table answers the sort's reads through a faster path than other
@@ -235,22 +215,22 @@ void TestModels::rawTableSortsLikeAnyOtherTable()
         builder.Row({"C", cell});
         plain.appendRow(new QStandardItem(cell));
     }
-    const auto file = Open(builder);
+    const auto file = files.Open(builder);
     ProxyModel generic;
     generic.setSourceModel(&plain);
     for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
         file->GetMainProxy().sort(2, order);
         generic.sort(0, order);
-        QCOMPARE(Column(file->GetMainProxy(), 2), Column(generic, 0));
+        QCOMPARE(TableContents::Column(file->GetMainProxy(), 2), TableContents::Column(generic, 0));
     }
 }
 
 void TestModels::numbersRowsByPlaceOnScreen()
 {
-    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "C", "3").Trial("B1", "T3", "C", "2"));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1").Trial("B1", "T2", "C", "3").Trial("B1", "T3", "C", "2"));
     MainProxy &proxy = file->GetMainProxy();
     proxy.sort(12, Qt::DescendingOrder);
-    QCOMPARE(Column(proxy, 12), QStringList({"3", "2", "1"}));
+    QCOMPARE(TableContents::Column(proxy, 12), QStringList({"3", "2", "1"}));
     for (int row = 0; row < 3; ++row)
         QCOMPARE(proxy.headerData(row, Qt::Vertical, Qt::DisplayRole), QVariant(row + 1));
     QCOMPARE(proxy.headerData(12, Qt::Horizontal, Qt::DisplayRole).toString(), QString("Reaction\nTime"));
@@ -260,7 +240,7 @@ void TestModels::numbersRowsByPlaceOnScreen()
 // at the cell's centre and at its corner.
 void TestModels::flagColumnPaintsOnlySelectionAndIcon()
 {
-    const auto file = Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "1"));
     MainModel &model = file->GetMainModel();
     model.SetRowColors(Colors(Qt::green, Qt::red, Qt::gray, Qt::black));
     model.SetColorEntireRow(true);
@@ -283,6 +263,26 @@ void TestModels::flagColumnPaintsOnlySelectionAndIcon()
     const QImage selected = paint(true);
     QCOMPARE(selected.pixelColor(0, 0), kSelection);
     QCOMPARE(selected.pixelColor(20, 15), kSelection);
+
+    // A flagged row shows the icon, centred at 70% of the cell, over the fill.
+    model.SetRowFlag(0, true);
+    const QImage flagged = paint(true);
+    QCOMPARE(flagged.pixelColor(0, 0), kSelection);
+    QCOMPARE(flagged.pixelColor(39, 29), kSelection);
+    int iconPixels = 0;
+    QRect iconArea;
+    for (int y = 0; y < flagged.height(); ++y)
+        for (int x = 0; x < flagged.width(); ++x)
+            if (flagged.pixelColor(x, y) != kSelection) {
+                ++iconPixels;
+                iconArea |= QRect(x, y, 1, 1);
+            }
+    QVERIFY(iconPixels > 20);
+    QVERIFY(iconArea.width() <= 21 && iconArea.height() <= 21);
+    QVERIFY(qAbs(iconArea.center().x() - 20) <= 3 && qAbs(iconArea.center().y() - 15) <= 3);
+    const QImage flaggedPlain = paint(false);
+    QCOMPARE(flaggedPlain.pixelColor(0, 0), QColor(Qt::white));
+    QVERIFY(flaggedPlain.pixelColor(iconArea.center()) != QColor(Qt::white));
 }
 
 ZEPHLANE_TEST_MAIN(TestModels)

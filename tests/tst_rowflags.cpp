@@ -3,26 +3,18 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "testenvironment.h"
 
 #include <QApplication>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cmath>
 #include <memory>
 
 namespace {
-
-// Reaction times of the visible rows, read through a model or proxy.
-QStringList Times(QAbstractItemModel &model)
-{
-    QStringList times;
-    for (int row = 0; row < model.rowCount(); ++row)
-        times << model.data(model.index(row, 12)).toString();
-    return times;
-}
 
 QList<int> FlaggedRows(MainModel &model)
 {
@@ -69,10 +61,10 @@ class TestRowFlags : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void flagsFollowFileRowsThroughHideAndRestore();
     void hidesFromTheBottomUpAndRestoresInPlace();
+    void hidingManyRowsLooksAsRowByRow_data();
+    void hidingManyRowsLooksAsRowByRow();
     void restoringNothingSendsNothing();
     void changeFlagTogglesAndRepaintsTheRow();
     void paintsRowsByVisibleNumberAfterHiding();
@@ -91,28 +83,17 @@ private slots:
     void averageOfNoRowsIsNotANumber();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
 };
-
-void TestRowFlags::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestRowFlags::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath("data.txt")));
-}
 
 void TestRowFlags::flagsFollowFileRowsThroughHideAndRestore()
 {
-    const auto file = Open(Rows({"10", "11", "12", "13", "14", "15"}));
+    const auto file = files.Open(Rows({"10", "11", "12", "13", "14", "15"}));
     MainModel &model = file->GetMainModel();
     model.SetRowFlag(1, true);
     model.SetRowFlag(4, true);
     model.HideRows({0, 2});
-    QCOMPARE(Times(model), QStringList({"11", "13", "14", "15"}));
+    QCOMPARE(TableContents::Column(model, 12), QStringList({"11", "13", "14", "15"}));
     QCOMPARE(FlaggedRows(model), QList<int>({0, 2}));
     QCOMPARE(model.FlaggedRowCount(), 2);
     // A flagged row out of sight no longer counts.
@@ -120,7 +101,7 @@ void TestRowFlags::flagsFollowFileRowsThroughHideAndRestore()
     QCOMPARE(model.FlaggedRowCount(), 1);
     model.SetRowFlag(2, true);
     model.RestoreRows();
-    QCOMPARE(Times(model), QStringList({"10", "11", "12", "13", "14", "15"}));
+    QCOMPARE(TableContents::Column(model, 12), QStringList({"10", "11", "12", "13", "14", "15"}));
     QCOMPARE(FlaggedRows(model), QList<int>({1, 4, 5}));
     QCOMPARE(model.FlaggedRowCount(), 3);
     QCOMPARE(model.HiddenRowCount(), 0);
@@ -128,7 +109,7 @@ void TestRowFlags::flagsFollowFileRowsThroughHideAndRestore()
 
 void TestRowFlags::hidesFromTheBottomUpAndRestoresInPlace()
 {
-    const auto file = Open(Rows({"10", "11", "12", "13", "14", "15", "16"}));
+    const auto file = files.Open(Rows({"10", "11", "12", "13", "14", "15", "16"}));
     MainModel &model = file->GetMainModel();
     MainProxy &proxy = file->GetMainProxy();
     QTableView view;
@@ -138,21 +119,72 @@ void TestRowFlags::hidesFromTheBottomUpAndRestoresInPlace()
     model.HideRows({2, 5, 3});
     QCOMPARE(signalLog.log, QStringList({"rowsRemoved 5 5", "rowsRemoved 3 3", "rowsRemoved 2 2", "RowChanged 1"}));
     QCOMPARE(model.HiddenRowCount(), 3);
-    QCOMPARE(Times(proxy), QStringList({"10", "11", "14", "16"}));
+    QCOMPARE(TableContents::Column(proxy, 12), QStringList({"10", "11", "14", "16"}));
     QCOMPARE(view.model()->rowCount(), 4);
 
     signalLog.log.clear();
     model.RestoreRows();
     QCOMPARE(signalLog.log, QStringList({"rowsInserted 4 6", "dataChanged 0,0 6,16", "RowChanged 1"}));
     // Announced as added at the end, the rows are back in their own places.
-    QCOMPARE(Times(model), QStringList({"10", "11", "12", "13", "14", "15", "16"}));
+    QCOMPARE(TableContents::Column(model, 12), QStringList({"10", "11", "12", "13", "14", "15", "16"}));
     QCOMPARE(proxy.rowCount(), 7);
     QCOMPARE(proxy.headerData(6, Qt::Vertical, Qt::DisplayRole), QVariant(7));
 }
 
+void TestRowFlags::hidingManyRowsLooksAsRowByRow_data()
+{
+    QTest::addColumn<int>("sortColumn");
+    QTest::addColumn<int>("order");
+    QTest::newRow("unsorted") << -1 << int(Qt::AscendingOrder);
+    QTest::newRow("ascending") << 12 << int(Qt::AscendingOrder);
+    QTest::newRow("descending") << 12 << int(Qt::DescendingOrder);
+}
+
+// A file hides a batch of rows as one change to its proxy; a view must end
+// up with the same rows, order and selection as if the proxy had followed
+// each removal, also when a restore has left the sorted order mixed.
+void TestRowFlags::hidingManyRowsLooksAsRowByRow()
+{
+    QFETCH(int, sortColumn);
+    QFETCH(int, order);
+    const QStringList times = {"300", "", "20", "abc", "1000", "5", "", "70", "300", "9", "x", "42"};
+    const auto batch = files.Open(Rows(times));
+    const auto single = files.Open(Rows(times));
+    QTableView batchView;
+    QTableView singleView;
+    for (auto pair : {std::make_pair(batch.get(), &batchView), std::make_pair(single.get(), &singleView)}) {
+        MainProxy &proxy = pair.first->GetMainProxy();
+        pair.second->setModel(&proxy);
+        proxy.sort(sortColumn, Qt::SortOrder(order));
+        pair.first->GetMainModel().HideRows({1, 4});
+        pair.first->GetMainModel().RestoreRows();
+        pair.second->setCurrentIndex(proxy.index(9, 3));
+        // Two rows that stay, and one that goes.
+        for (const int row : {2, 5, 0})
+            pair.second->selectionModel()->select(proxy.mapFromSource(proxy.sourceModel()->index(row, 0)),
+                                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    batch->HideRows({0, 3, 7, 10});
+    single->GetMainModel().HideRows({0, 3, 7, 10});
+    for (int column = 0; column < 17; ++column)
+        QCOMPARE(TableContents::Column(batch->GetMainProxy(), column), TableContents::Column(single->GetMainProxy(), column));
+    auto selected = [](QTableView &view) {
+        QList<int> rows;
+        for (const QModelIndex &index : view.selectionModel()->selectedRows())
+            rows << index.row();
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    };
+    QCOMPARE(selected(singleView).size(), 2);
+    QCOMPARE(selected(batchView), selected(singleView));
+    QCOMPARE(batchView.currentIndex().row(), singleView.currentIndex().row());
+    QCOMPARE(batchView.currentIndex().column(), 3);
+    QCOMPARE(batchView.model()->rowCount(), 8);
+}
+
 void TestRowFlags::restoringNothingSendsNothing()
 {
-    const auto file = Open(Rows({"10", "11"}));
+    const auto file = files.Open(Rows({"10", "11"}));
     SignalLog signalLog(&file->GetMainModel());
     file->GetMainModel().RestoreRows();
     QVERIFY(signalLog.log.isEmpty());
@@ -160,7 +192,7 @@ void TestRowFlags::restoringNothingSendsNothing()
 
 void TestRowFlags::changeFlagTogglesAndRepaintsTheRow()
 {
-    const auto file = Open(Rows({"10", "11"}));
+    const auto file = files.Open(Rows({"10", "11"}));
     MainModel &model = file->GetMainModel();
     SignalLog signalLog(&model);
     model.ChangeFlag(model.index(1, 0));
@@ -173,7 +205,7 @@ void TestRowFlags::changeFlagTogglesAndRepaintsTheRow()
 
 void TestRowFlags::paintsRowsByVisibleNumberAfterHiding()
 {
-    const auto file = Open(Rows({"10", "11", "12"}, {"E", "C", "NR"}));
+    const auto file = files.Open(Rows({"10", "11", "12"}, {"E", "C", "NR"}));
     MainModel &model = file->GetMainModel();
     model.SetRowColors({Qt::green, Qt::red, Qt::gray, Qt::black, QColor()});
     model.HideRows({0});
@@ -201,7 +233,7 @@ void TestRowFlags::flaggedRowColour()
     QFETCH(QColor, flaggedColor);
     QFETCH(bool, override);
     QFETCH(QColor, background);
-    const auto file = Open(Rows({"10"}, {"E"}));
+    const auto file = files.Open(Rows({"10"}, {"E"}));
     MainModel &model = file->GetMainModel();
     model.SetRowColors({QColor(), codeColor, QColor(), QColor(), flaggedColor});
     model.ChangeColorOption(false, override);
@@ -235,7 +267,7 @@ void TestRowFlags::deviationRuleDivisions()
     QFETCH(int, divisions);
     QFETCH(int, SDs);
     QFETCH(QStringList, matched);
-    const auto file = Open(Rows({"100", "300", "200", "150", "250", "99.99", "300.01", "x"}));
+    const auto file = files.Open(Rows({"100", "300", "200", "150", "250", "99.99", "300.01", "x"}));
     MainModel &model = file->GetMainModel();
     model.HideRows({2, 3, 4, 5, 6, 7});
     QCOMPARE(model.CalculateStandardDeviation(), 100.0);
@@ -252,7 +284,7 @@ void TestRowFlags::deviationRuleDivisions()
 
 void TestRowFlags::countOnlyLeavesFlagsAlone()
 {
-    const auto file = Open(Rows({"10", "20", "30"}, {"C", "E", "C"}));
+    const auto file = files.Open(Rows({"10", "20", "30"}, {"C", "E", "C"}));
     MainModel &model = file->GetMainModel();
     SignalLog signalLog(&model);
     model.SetFlaggingOptions(1, 0);
@@ -267,7 +299,7 @@ void TestRowFlags::countOnlyLeavesFlagsAlone()
 
 void TestRowFlags::applyingWritesEachRowBeforeTheCount()
 {
-    const auto file = Open(Rows({"10", "20", "30"}, {"C", "E", "C"}));
+    const auto file = files.Open(Rows({"10", "20", "30"}, {"C", "E", "C"}));
     MainModel &model = file->GetMainModel();
     SignalLog signalLog(&model);
     model.SetFlaggingOptions(0, 0);
@@ -278,7 +310,7 @@ void TestRowFlags::applyingWritesEachRowBeforeTheCount()
 
 void TestRowFlags::unflaggingCountsRowsWithoutFlags()
 {
-    const auto file = Open(Rows({"10", "20", "30"}));
+    const auto file = files.Open(Rows({"10", "20", "30"}));
     MainModel &model = file->GetMainModel();
     model.SetRowFlag(1, true);
     QSignalSpy counted(&model, &MainModel::MatchesCounted);
@@ -302,7 +334,7 @@ void TestRowFlags::errorCodeRuleArgumentOrder()
 {
     QFETCH(int, choice);
     QFETCH(QList<int>, rows);
-    const auto file = Open(Rows({"1", "2", "3", "4", "5"}, {"C", "E", "NR", "SC", "X"}));
+    const auto file = files.Open(Rows({"1", "2", "3", "4", "5"}, {"C", "E", "NR", "SC", "X"}));
     MainModel &model = file->GetMainModel();
     model.SetFlaggingOptions(0, 0);
     model.SetFlagsEC(choice == 0, choice == 1, choice == 2, choice == 3);
@@ -330,7 +362,7 @@ void TestRowFlags::timeRulesReadWholeNumbers()
     QFETCH(int, time1);
     QFETCH(int, time2);
     QFETCH(QList<int>, rows);
-    const auto file = Open(Rows({"512.9", "400", "500", "", "600"}));
+    const auto file = files.Open(Rows({"512.9", "400", "500", "", "600"}));
     MainModel &model = file->GetMainModel();
     QSignalSpy counted(&model, &MainModel::MatchesCounted);
     model.SetFlaggingOptions(0, 0);
@@ -344,7 +376,7 @@ void TestRowFlags::timeRulesReadWholeNumbers()
 
 void TestRowFlags::rulesWithoutTheirColumnMatchNothing()
 {
-    const auto file = Open(DataFileBuilder().Titles({"Block", "Trial"}, {"Name", "Name"}).Row({"B", "T"}).Row({"B", "U"}));
+    const auto file = files.Open(DataFileBuilder().Titles({"Block", "Trial"}, {"Name", "Name"}).Row({"B", "T"}).Row({"B", "U"}));
     MainModel &model = file->GetMainModel();
     QSignalSpy counted(&model, &MainModel::MatchesCounted);
     model.SetFlaggingOptions(0, 0);
@@ -361,7 +393,7 @@ void TestRowFlags::rulesWithoutTheirColumnMatchNothing()
 
 void TestRowFlags::averageOfNoRowsIsNotANumber()
 {
-    const auto file = Open(Rows({"10", "30"}));
+    const auto file = files.Open(Rows({"10", "30"}));
     MainModel &model = file->GetMainModel();
     QCOMPARE(model.CalculateAverage(), 20.0);
     QCOMPARE(model.CalculateStandardDeviation(), 10.0);

@@ -2,35 +2,17 @@
 
 #include "datafile.h"
 #include "datafilebuilder.h"
+#include "tablecontents.h"
+#include "testfiles.h"
 #include "sectionstats.h"
 #include "testenvironment.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
 
 namespace {
-
-// Counts of one record in slot order C, E, NR, SC.
-QVector<double> Counts(const SectionStats &stats)
-{
-    return stats.counts;
-}
-
-// The rows of the section table as "name: C E SC-column NR-column" texts.
-QStringList Table(SectionModel &model)
-{
-    QStringList rows;
-    for (int row = 0; row < model.rowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model.columnCount(); ++column)
-            cells << model.data(model.index(row, column)).toString();
-        rows << model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString() + ": " + cells.join(' ');
-    }
-    return rows;
-}
 
 } // namespace
 
@@ -39,8 +21,6 @@ class TestStatistics : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-
     void foldsSelfCorrectIntoCorrectForOverallAndBlocks();
     void fillsOverallOnlyThroughBlockColumn();
     void truncatesReactionTimes();
@@ -56,127 +36,116 @@ private slots:
     void formatsNumbers();
 
 private:
-    std::unique_ptr<DataFile> Open(const DataFileBuilder &builder);
-    std::unique_ptr<QTemporaryDir> dir;
+    TestFiles files;
 };
-
-void TestStatistics::init()
-{
-    dir = std::make_unique<QTemporaryDir>();
-}
-
-std::unique_ptr<DataFile> TestStatistics::Open(const DataFileBuilder &builder)
-{
-    return std::make_unique<DataFile>(builder.Write(dir->filePath("data.txt")));
-}
 
 void TestStatistics::foldsSelfCorrectIntoCorrectForOverallAndBlocks()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "SC", "300")
                                .Trial("B1", "T1", "C", "500")
                                .Trial("B1", "T2", "E", "700"));
-    QCOMPARE(Counts(file->Overall()), QVector<double>({2, 1, 0, 0}));
+    QCOMPARE(file->Overall().counts, QVector<double>({2, 1, 0, 0}));
     QCOMPARE(file->Overall().sums, QVector<double>({800, 700, 0, 0}));
     SectionModel &sections = file->GetSectionModel();
-    QCOMPARE(Table(sections), QStringList({"B1: 2 1 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"B1: 2 1 0 0"}));
     sections.ChangeSectionType(1);
     // Trials keep "SC" in its own slot, which the table heads "NR".
-    QCOMPARE(Table(sections), QStringList({"T1: 1 0 0 1", "T2: 0 1 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"T1: 1 0 0 1", "T2: 0 1 0 0"}));
 }
 
 void TestStatistics::fillsOverallOnlyThroughBlockColumn()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Trial", "Error", "Reaction"}, {"Name", "Code", "Time"})
                                .Row({"T1", "C", "300"})
                                .Row({"T1", "E", "400"}));
     QCOMPARE(file->Overall().TotalCount(), 0);
     file->GetSectionModel().ChangeSectionType(1);
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"T1: 1 1 0 0"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"T1: 1 1 0 0"}));
 }
 
 void TestStatistics::truncatesReactionTimes()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "512.9")
                                .Trial("B1", "T1", "C", "-3.7")
                                .Trial("B1", "T1", "C", "")
                                .Trial("B1", "T1", "C", "fast")
                                .Trial("B1", "T1", "E", " 1e3 "));
-    QCOMPARE(Counts(file->Overall()), QVector<double>({4, 1, 0, 0}));
+    QCOMPARE(file->Overall().counts, QVector<double>({4, 1, 0, 0}));
     QCOMPARE(file->Overall().sums, QVector<double>({509, 1000, 0, 0}));
     QCOMPARE(file->Overall().averages[0], 509.0 / 4);
 }
 
 void TestStatistics::unknownCodeMakesSectionButCountsNothing()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "300")
                                .Trial("B2", "T2", "X", "300")
                                .Trial("B2", "T2", "c", "300"));
     QCOMPARE(file->Overall().TotalCount(), 1);
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"B1: 1 0 0 0", "B2: 0 0 0 0"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"B1: 1 0 0 0", "B2: 0 0 0 0"}));
 }
 
 void TestStatistics::emptyAndNoNameCellsShareASection()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("", "T1", "C", "300")
                                .Trial("<No Name>", "T1", "E", "300")
                                .Trial("B1", "T1", "C", "300"));
-    QCOMPARE(Table(file->GetSectionModel()), QStringList({"<No Name>: 1 1 0 0", "B1: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"<No Name>: 1 1 0 0", "B1: 1 0 0 0"}));
 }
 
 void TestStatistics::keepsFirstAppearanceAndMapKeyOrder()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Block", "Error", "Reaction", "Zeta", "Alpha", "Mid"},
                                        {"Name", "Code", "Time", "(Trial Variable)", "(Trial Variable)", "Code"})
                                .Row({"Second", "C", "1", "z1", "a1", "m1"})
                                .Row({"First", "C", "1", "z2", "a1", "m1"})
                                .Row({"Second", "C", "1", "z1", "a2", "m2"}));
     SectionModel &sections = file->GetSectionModel();
-    QCOMPARE(Table(sections), QStringList({"Second: 2 0 0 0", "First: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"Second: 2 0 0 0", "First: 1 0 0 0"}));
     QCOMPARE(sections.TrialVariableNames(), QStringList({"Alpha", "Zeta"}));
     QCOMPARE(sections.CodeNames(), QStringList({"Mid\nCode"}));
     sections.ChangeSectionType(2);
     sections.ChangeSubIndex(1);
-    QCOMPARE(Table(sections), QStringList({"z1: 2 0 0 0", "z2: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"z1: 2 0 0 0", "z2: 1 0 0 0"}));
     // Clearing the drop-down sends -1, which means the first entry.
     sections.ChangeSubIndex(-1);
-    QCOMPARE(Table(sections), QStringList({"a1: 2 0 0 0", "a2: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"a1: 2 0 0 0", "a2: 1 0 0 0"}));
     sections.ChangeSubIndex(5);
     QCOMPARE(sections.rowCount(), 0);
 }
 
 void TestStatistics::countsTrialVariableLeftOfReactionTime()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Hand", "Error", "Reaction"}, {"(Trial Variable)", "Code", "Time"})
                                .Row({"left", "C", "1"})
                                .Row({"right", "SC", "1"}));
     SectionModel &sections = file->GetSectionModel();
     QCOMPARE(sections.TrialVariableNames(), QStringList({"Hand"}));
     sections.ChangeSectionType(2);
-    QCOMPARE(Table(sections), QStringList({"left: 1 0 0 0", "right: 0 0 0 1"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"left: 1 0 0 0", "right: 0 0 0 1"}));
 
-    const auto empty = Open(DataFileBuilder().Titles({"Hand", "Error", "Reaction"},
+    const auto empty = files.Open(DataFileBuilder().Titles({"Hand", "Error", "Reaction"},
                                                      {"(Trial Variable)", "Code", "Time"}));
     QVERIFY(empty->GetSectionModel().TrialVariableNames().isEmpty());
 }
 
 void TestStatistics::blockTitleRightOfReactionTimeCountsAsBlock()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .Titles({"Error", "Reaction", "Block"}, {"Code", "Time", "Name"})
                                .Row({"C", "10", "B1"}));
     SectionModel &sections = file->GetSectionModel();
-    QCOMPARE(Table(sections), QStringList({"B1: 1 0 0 0"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"B1: 1 0 0 0"}));
     QCOMPARE(sections.CodeNames(), QStringList({"Block\nName"}));
     sections.ChangeSectionType(3);
     QCOMPARE(sections.rowCount(), 0);
@@ -184,7 +153,7 @@ void TestStatistics::blockTitleRightOfReactionTimeCountsAsBlock()
 
 void TestStatistics::showsChosenSectionsAndDataTypes()
 {
-    const auto file = Open(DataFileBuilder()
+    const auto file = files.Open(DataFileBuilder()
                                .ProductTitles()
                                .Trial("B1", "T1", "C", "500")
                                .Trial("B1", "T1", "C", "501")
@@ -195,9 +164,9 @@ void TestStatistics::showsChosenSectionsAndDataTypes()
     QSignalSpy changed(&sections, &SectionModel::dataChanged);
     sections.ChangeDataType(1);
     QCOMPARE(changed.count(), 1);
-    QCOMPARE(Table(sections), QStringList({"T1: 50.00% 0.00% 25.00% 25.00%"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"T1: 50.00% 0.00% 25.00% 25.00%"}));
     sections.ChangeDataType(2);
-    QCOMPARE(Table(sections), QStringList({"T1: 500.50 0.00 0.00 300.00"}));
+    QCOMPARE(TableContents::Rows(sections), QStringList({"T1: 500.50 0.00 0.00 300.00"}));
     QCOMPARE(sections.headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(), QString("SC"));
     QCOMPARE(sections.headerData(3, Qt::Horizontal, Qt::DisplayRole).toString(), QString("NR"));
     QCOMPARE(sections.data(sections.index(0, 0), Qt::TextAlignmentRole), QVariant(int(Qt::AlignRight)));
