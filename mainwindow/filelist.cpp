@@ -240,17 +240,18 @@ void MainWindow::ConnectFocusedFile()
     sections->ChangeDataType(ui->filterDropDown->currentIndex());
 }
 
-// A record that has been deleted took its connections with it, so only a
-// record still in focus is disconnected model by model.
+// A record that has been deleted took its connections with it, so the
+// models are disconnected only while a record is in focus.
 void MainWindow::DisconnectFocusedFile()
 {
-    disconnect(ui->rawDataView, &QTableView::pressed, this, &MainWindow::FlagRow);
-    if (currentFile) {
-        MainModel *model = &currentFile->GetMainModel();
-        SectionModel *sections = &currentFile->GetSectionModel();
-        const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
+    MainModel *model = currentFile ? &currentFile->GetMainModel() : nullptr;
+    SectionModel *sections = currentFile ? &currentFile->GetSectionModel() : nullptr;
+    const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
 
+    if (model)
         disconnect(model, &MainModel::RowChanged, this, &MainWindow::UpdateBottomInfo);
+    disconnect(ui->rawDataView, &QTableView::pressed, this, &MainWindow::FlagRow);
+    if (model) {
         disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedSpecial, model, &MainModel::SetFlaggingOptions);
         disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedSD, model, &MainModel::SetFlagsSD);
         disconnect(flagSpecialDialog, &FlagSpecialDialog::SelectedEC, model, &MainModel::SetFlagsEC);

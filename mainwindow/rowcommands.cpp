@@ -5,7 +5,6 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
-#include "flagspecialdialog.h"
 #include "rowcolorsdialog.h"
 
 #include <QGraphicsColorizeEffect>
