@@ -119,6 +119,8 @@ private:
     void ResetFileInfo();
 
     // Row commands.
+    void SelectRowsByFlag(bool flagged);
+    void HideRowsByFlag(bool flagged);
     void SetFileActionsEnabled(bool enabled);
     void UpdateFlagSelectionAction(QEvent *event);
 

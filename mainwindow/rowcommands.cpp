@@ -5,49 +5,137 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
+#include "mainproxy.h"
 #include "rowcolorsdialog.h"
 
 #include <QGraphicsColorizeEffect>
 #include <QMouseEvent>
 
-// Stand-in until the row commands are written.
+// The one row command that also serves the summary tab.
 void MainWindow::SelectAllRows()
 {
+    if (!modelsConnected)
+        return;
+    if (ui->tabWidget->currentIndex() == 0)
+        ui->rawDataView->selectAll();
+    else if (ui->tabWidget->currentIndex() == 1)
+        ui->sectionDataView->selectAll();
 }
 
-// Stand-in until the row commands are written.
 void MainWindow::SelectFlaggedRows()
 {
+    SelectRowsByFlag(true);
 }
 
-// Stand-in until the row commands are written.
 void MainWindow::SelectUnflaggedRows()
 {
+    SelectRowsByFlag(false);
 }
 
-// Stand-in until the row commands are written.
-void MainWindow::FlagRow(QModelIndex)
+// The rows are given as rows of the model, not mapped through the proxy, so
+// they take effect by their number on screen: while the table is sorted the
+// rows selected are those at the flagged rows' numbers, not the flagged rows.
+void MainWindow::SelectRowsByFlag(bool flagged)
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    ui->rawDataView->clearSelection();
+    const MainModel &model = currentFile->GetMainModel();
+    const QVector<bool> &flags = model.Flags();
+    QItemSelection selection;
+    for (int first = 0; first < flags.size();) {
+        if (flags[first] != flagged) {
+            ++first;
+            continue;
+        }
+        int last = first;
+        while (last + 1 < flags.size() && flags[last + 1] == flagged)
+            ++last;
+        selection.append(QItemSelectionRange(model.index(first, 0), model.index(last, 0)));
+        first = last + 1;
+    }
+    ui->rawDataView->selectionModel()->select(selection, QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
-// Stand-in until the row commands are written.
+// Toggles the flag of every row that holds a selected cell (Space, or the
+// menu), or of the row whose flag cell was pressed, with either button.
+void MainWindow::FlagRow(QModelIndex index)
+{
+    if (!modelsConnected || !currentFile)
+        return;
+    QModelIndexList indexes;
+    if (sender() == ui->actionFlag_Selection) {
+        indexes = ui->rawDataView->selectionModel()->selectedIndexes();
+    } else if (sender() == ui->rawDataView) {
+        if (index.column() != 0)
+            return;
+        indexes.append(index);
+    }
+    if (indexes.isEmpty())
+        return;
+    MainModel &model = currentFile->GetMainModel();
+    const MainProxy &proxy = currentFile->GetMainProxy();
+    QVector<bool> seen(model.rowCount(), false);
+    for (const QModelIndex &cell : qAsConst(indexes)) {
+        if (cell.row() < 0 || cell.row() >= seen.size() || seen[cell.row()])
+            continue;
+        seen[cell.row()] = true;
+        model.ChangeFlag(proxy.mapToSource(cell));
+    }
+    ui->rawDataView->scrollTo(indexes.first(), QAbstractItemView::EnsureVisible);
+    UpdateBottomInfo();
+}
+
+// The selected rows are read on screen and used on the model unmapped, so
+// while the table is sorted the rows that go are those at the same places
+// of the unsorted table. Unlike hiding by flag, this takes the rows out of
+// the statistics.
 void MainWindow::HideSelectedRows()
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    QVector<int> rows;
+    QVector<bool> seen(currentFile->GetMainModel().rowCount(), false);
+    for (const QModelIndex &cell : ui->rawDataView->selectionModel()->selectedIndexes()) {
+        if (cell.row() >= 0 && cell.row() < seen.size() && !seen[cell.row()]) {
+            seen[cell.row()] = true;
+            rows.append(cell.row());
+        }
+    }
+    currentFile->HideSelectedRows(rows);
+    UpdateGeneralSummary();
 }
 
-// Stand-in until the row commands are written.
 void MainWindow::HideFlaggedRows()
 {
+    HideRowsByFlag(true);
 }
 
-// Stand-in until the row commands are written.
 void MainWindow::HideUnflaggedRows()
 {
+    HideRowsByFlag(false);
 }
 
-// Stand-in until the row commands are written.
+// These rows leave the table only; they go on counting in every statistic.
+void MainWindow::HideRowsByFlag(bool flagged)
+{
+    if (!modelsConnected || !currentFile)
+        return;
+    const QVector<bool> &flags = currentFile->GetMainModel().Flags();
+    QVector<int> rows;
+    for (int row = 0; row < flags.size(); ++row) {
+        if (flags[row] == flagged)
+            rows.append(row);
+    }
+    currentFile->HideRows(rows);
+}
+
 void MainWindow::ShowAllRows()
 {
+    if (!modelsConnected || !currentFile || currentFile->GetMainModel().HiddenRowCount() == 0)
+        return;
+    currentFile->ShowAllRows();
+    UpdateGeneralSummary();
 }
 
 void MainWindow::OpenRowColorsDialog()

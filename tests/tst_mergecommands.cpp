@@ -141,6 +141,7 @@ void TestMergeCommands::replacesAnExistingFile()
     }
     OpenMergeDialog();
     dialog->findChild<QCheckBox *>("checkBox")->click();
+    catcher->QueueMessageAnswer(QMessageBox::Yes); // the save dialog's "replace it?"
     ClickMerge({OutputPath()});
     QCOMPARE(Output(), QByteArray("Block Name\tB1\tB1\t\nError Code\tC\tE\t\nReaction Time\t300\t410\t"));
 }

@@ -19,18 +19,27 @@ void ModalCatcher::QueueFileAnswer(const QStringList &paths)
     fileAnswers.append(paths);
 }
 
+void ModalCatcher::QueueMessageAnswer(QMessageBox::StandardButton button)
+{
+    messageAnswers.append(button);
+}
+
 void ModalCatcher::Clear()
 {
     messages.clear();
     fileDialogs.clear();
 }
 
+// A message box goes first: it may stand over a file dialog that waits for it.
 void ModalCatcher::Poll()
 {
-    for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (!widget->isVisible())
-            continue;
-        if (AnswerMessageBox(widget) || AnswerFileDialog(widget))
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *widget : windows) {
+        if (widget->isVisible() && AnswerMessageBox(widget))
+            return;
+    }
+    for (QWidget *widget : windows) {
+        if (widget->isVisible() && AnswerFileDialog(widget))
             return;
     }
 }
@@ -42,6 +51,8 @@ bool ModalCatcher::AnswerMessageBox(QWidget *widget)
         return false;
     messages.append(box->windowTitle() + QLatin1Char('|') + box->text());
     QAbstractButton *button = box->defaultButton();
+    if (!messageAnswers.isEmpty() && box->button(messageAnswers.first()))
+        button = box->button(messageAnswers.takeFirst());
     if (!button && !box->buttons().isEmpty())
         button = box->buttons().first();
     if (button)
@@ -54,8 +65,9 @@ bool ModalCatcher::AnswerMessageBox(QWidget *widget)
 bool ModalCatcher::AnswerFileDialog(QWidget *widget)
 {
     auto *dialog = qobject_cast<QFileDialog *>(widget);
-    if (!dialog)
+    if (!dialog || answeredDialogs.contains(dialog))
         return false;
+    answeredDialogs.removeAll(nullptr);
     fileDialogs.append(dialog->windowTitle() + QLatin1Char('|') + dialog->directory().absolutePath()
                        + QLatin1Char('|') + dialog->nameFilters().join(QLatin1Char(';')));
     const QStringList paths = fileAnswers.isEmpty() ? QStringList() : fileAnswers.takeFirst();
@@ -70,7 +82,9 @@ bool ModalCatcher::AnswerFileDialog(QWidget *widget)
     auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     if (edit)
         edit->setText(paths.size() == 1 ? QFileInfo(paths.first()).fileName() : names.join(QLatin1Char(' ')));
-    // accept() is protected in QFileDialog; its slot is still reachable.
-    QMetaObject::invokeMethod(dialog, "accept");
+    // accept() is protected in QFileDialog; its slot is still reachable. It is
+    // queued, so that a box it opens finds this catcher free to answer it.
+    answeredDialogs.append(dialog);
+    QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
     return true;
 }

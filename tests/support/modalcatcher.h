@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -16,6 +18,9 @@ public:
 
     // The next file dialog selects these paths; an empty list cancels it.
     void QueueFileAnswer(const QStringList &paths);
+    // The next message box is answered with this button instead of its
+    // default (for example Yes to a file dialog's "replace it?").
+    void QueueMessageAnswer(QMessageBox::StandardButton button);
     // Title and text of each message box seen, as "title|text".
     QStringList Messages() const { return messages; }
     // Captions of the file dialogs seen, with their start directories and filters.
@@ -31,4 +36,8 @@ private:
     QStringList messages;
     QStringList fileDialogs;
     QList<QStringList> fileAnswers;
+    QList<QMessageBox::StandardButton> messageAnswers;
+    // A dialog that was told to accept may open a box of its own before it
+    // closes; it is not answered twice.
+    QList<QPointer<QWidget>> answeredDialogs;
 };
