@@ -3,19 +3,49 @@
 #include "mainwindow.h"
 #include "ui_mainwindow.h"
 
-// Stand-in until the column commands are written.
+#include "datafile.h"
+
+#include <QCursor>
+#include <QHeaderView>
+#include <QMenu>
+
+// Emptiness was settled when the file was read, over all its rows, hidden
+// ones too; columns with values are left as they are.
 void MainWindow::HideEmptyColumns()
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    const MainModel &model = currentFile->GetMainModel();
+    for (int column = 0; column < model.columnCount(); ++column) {
+        if (model.IsColumnEmpty(column))
+            ui->rawDataView->hideColumn(column);
+    }
 }
 
-// Stand-in until the column commands are written.
+// Every column holding a selected cell goes. Hiding the column that orders
+// the rows brings back the file order; the column keeps its width.
 void MainWindow::HideSelectedColumns()
 {
+    QVector<int> done;
+    for (const QModelIndex &cell : ui->rawDataView->selectionModel()->selectedIndexes()) {
+        const int column = cell.column();
+        if (done.contains(column))
+            continue;
+        done.append(column);
+        if (modelsConnected && currentFile && column == currentFile->GetMainModel().SortColumn()) {
+            currentFile->GetMainModel().SetSortState(0);
+            currentFile->GetMainProxy().sort(-1, Qt::AscendingOrder);
+        }
+        ui->rawDataView->hideColumn(column);
+    }
 }
 
-// Stand-in until the column commands are written.
 void MainWindow::ShowAllColumns()
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    for (int column = 0; column < currentFile->GetMainModel().columnCount(); ++column)
+        ui->rawDataView->showColumn(column);
 }
 
 void MainWindow::AutosizeColumns()
@@ -23,22 +53,68 @@ void MainWindow::AutosizeColumns()
     ui->rawDataView->resizeColumnsToContents();
 }
 
-// Stand-in until the column commands are written.
+// The column under the pointer becomes the selection the menu acts on.
 void MainWindow::ShowContextMenu()
 {
+    const QPoint position = ui->rawDataView->horizontalHeader()->mapFromGlobal(QCursor::pos());
+    ui->rawDataView->selectColumn(ui->rawDataView->columnAt(position.x()));
+    headerContextMenu->move(QCursor::pos());
+    headerContextMenu->show();
 }
 
-// Stand-in until sorting is written.
-void MainWindow::CheckToSort(int)
+// The first click on a header only prepares its column, so that a column
+// can be selected without reordering the rows; a further click on the same
+// column sorts. The flag column of the raw table never sorts.
+void MainWindow::CheckToSort(int clicked_column)
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    const bool sectionTable = sender() == ui->sectionDataView->horizontalHeader();
+    if (!sectionTable && clicked_column == 0)
+        return;
+    BaseModel &model = SortedModel(sectionTable);
+    if (clicked_column == model.SortPrepColumn())
+        Sort(clicked_column);
+    model.SetSortPrepColumn(clicked_column);
 }
 
-// Stand-in until sorting is written.
-void MainWindow::Sort(int)
+// Cycles ascending, descending, file order. The column widens by 25 pixels
+// for the sort icon and gives them back when the sort ends.
+void MainWindow::Sort(int clicked_column)
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    const bool sectionTable = sender() == ui->sectionDataView->horizontalHeader();
+    QSortFilterProxyModel &proxy = sectionTable ? static_cast<QSortFilterProxyModel &>(currentFile->GetSectionProxy())
+                                                : currentFile->GetMainProxy();
+    QTableView *view = sectionTable ? ui->sectionDataView : ui->rawDataView;
+    const int state = SortedModel(sectionTable).CycleSortState(clicked_column);
+    int widthChange = 0;
+    if (state == 1) {
+        proxy.sort(clicked_column, Qt::AscendingOrder);
+        widthChange = 25;
+    } else if (state == 2) {
+        proxy.sort(clicked_column, Qt::DescendingOrder);
+    } else {
+        proxy.sort(-1, Qt::AscendingOrder);
+        widthChange = -25;
+    }
+    view->setColumnWidth(clicked_column, view->columnWidth(clicked_column) + widthChange);
+    view->selectColumn(clicked_column);
 }
 
-// Stand-in until sorting is written.
+// Only the raw table's cells are connected here, so a click in a cell of
+// the section table cancels nothing there.
 void MainWindow::CancelSortPrep()
 {
+    if (!modelsConnected || !currentFile)
+        return;
+    SortedModel(sender() == ui->sectionDataView).SetSortPrepColumn(-1);
+}
+
+BaseModel &MainWindow::SortedModel(bool sectionTable)
+{
+    if (sectionTable)
+        return currentFile->GetSectionModel();
+    return currentFile->GetMainModel();
 }

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+class BaseModel;
 class DataFile;
 class FlagSpecialDialog;
 class MainModel;
@@ -123,6 +124,9 @@ private:
     void HideRowsByFlag(bool flagged);
     void SetFileActionsEnabled(bool enabled);
     void UpdateFlagSelectionAction(QEvent *event);
+
+    // Column commands.
+    BaseModel &SortedModel(bool sectionTable);
 
     // Header keys.
     bool HeaderKeyFilter(QObject *watched, QEvent *event);

@@ -1,6 +1,7 @@
 #include "windowdriver.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QTest>
 
 WindowDriver::WindowDriver()
@@ -37,6 +38,22 @@ void WindowDriver::ClickRows(QListWidget *list, const QList<int> &rows)
         QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, centre);
         modifiers = Qt::ControlModifier;
     }
+}
+
+void WindowDriver::ClickCell(QTableView *view, int row, int column, Qt::MouseButton button,
+                             Qt::KeyboardModifiers modifiers)
+{
+    const QModelIndex index = view->model()->index(row, column);
+    view->scrollTo(index);
+    QTest::mouseClick(view->viewport(), button, modifiers, view->visualRect(index).center());
+}
+
+void WindowDriver::ClickHeader(QTableView *view, int column, Qt::MouseButton button)
+{
+    view->scrollTo(view->model()->index(0, column));
+    QHeaderView *header = view->horizontalHeader();
+    const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
+    QTest::mouseClick(header->viewport(), button, Qt::NoModifier, centre);
 }
 
 DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)

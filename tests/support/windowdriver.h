@@ -5,6 +5,7 @@
 #include "modalcatcher.h"
 
 #include <QListWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -34,6 +35,11 @@ public:
     // Clicks the rows of the local list, holding Ctrl after the first.
     void ClickRows(const QList<int> &rows);
     void ClickRows(QListWidget *list, const QList<int> &rows);
+
+    // Clicks a cell or a column header of a table, scrolling it into view first.
+    static void ClickCell(QTableView *view, int row, int column, Qt::MouseButton button = Qt::LeftButton,
+                          Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    static void ClickHeader(QTableView *view, int column, Qt::MouseButton button = Qt::LeftButton);
 
     // A small file of the product's columns for `experiment`, with `trials`
     // correct rows in one block.
