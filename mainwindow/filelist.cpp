@@ -170,7 +170,8 @@ QListWidget *MainWindow::VisibleFileList() const
     return ui->fileNamesList->isVisible() ? ui->fileNamesList : ui->list_cloud_filenames;
 }
 
-// The rows selected in the visible list, top to bottom. A removal on the
+// The rows selected in the visible list, in the order they were selected,
+// which is the order a combined record takes them in. A removal on the
 // cloud tab leaves names behind in that list; their rows stand for no
 // record and are passed over.
 QVector<int> MainWindow::SelectedFileRows() const
@@ -183,7 +184,6 @@ QVector<int> MainWindow::SelectedFileRows() const
         if (row >= 0 && row < fileCount)
             rows.append(row);
     }
-    std::sort(rows.begin(), rows.end());
     return rows;
 }
 

@@ -312,6 +312,12 @@ void TestFileList::oneDifferentExperimentIsEnough()
     driver->ClickRows({4});
     QCOMPARE(Page("stack_xpt_filename"), 0);
     QCOMPARE(Shown("label_xpt_filename"), QString("Simon"));
+
+    // Files are combined in the order they were selected.
+    driver->ClickRows({4, 2});
+    QCOMPARE(Shown("label_xpt_filename"), QString("Simon & Flanker"));
+    QCOMPARE(RawModel()->index(5, 12).data().toString(), QString("405"));
+    QCOMPARE(RawModel()->rowCount(), 10);
 }
 
 // The new rows are counted with the combined record still there, so the
