@@ -10,18 +10,6 @@
 
 namespace {
 
-// Rows given as "block,trial,code,time".
-DataFileBuilder Trials(const QStringList &rows)
-{
-    DataFileBuilder builder;
-    builder.ProductTitles();
-    for (const QString &row : rows) {
-        const QStringList cells = row.split(',');
-        builder.Trial(cells[0], cells[1], cells[2], cells[3]);
-    }
-    return builder;
-}
-
 QStringList Shown(SectionModel &sections, int sectionType, int dataType = 0)
 {
     sections.ChangeSectionType(sectionType);
@@ -82,7 +70,7 @@ void TestStatistics::countsRowsBySection_data()
 void TestStatistics::countsRowsBySection()
 {
     QFETCH(QStringList, rows);
-    const auto file = files.Open(Trials(rows));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trials(rows));
     QTEST(Numbers(file->Overall().counts), "overallCounts");
     QTEST(Numbers(file->Overall().sums), "overallSums");
     QTEST(Shown(file->GetSectionModel(), 0), "blocks");
@@ -128,7 +116,7 @@ void TestStatistics::findsSectionColumnsByTitle()
 
 void TestStatistics::showsPercentsAndAveragesInSwappedColumns()
 {
-    const auto file = files.Open(Trials({"B1,T1,C,500", "B1,T1,C,501", "B1,T1,NR,", "B1,T1,SC,300"}));
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trials({"B1,T1,C,500", "B1,T1,C,501", "B1,T1,NR,", "B1,T1,SC,300"}));
     SectionModel &sections = file->GetSectionModel();
     QSignalSpy changed(&sections, &SectionModel::dataChanged);
     QCOMPARE(Shown(sections, 1, 1), QStringList({"T1: 50.00% 0.00% 25.00% 25.00%"}));

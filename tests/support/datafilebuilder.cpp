@@ -74,6 +74,15 @@ DataFileBuilder &DataFileBuilder::Trial(const QString &block, const QString &tri
                 "Pressed", congruency, side});
 }
 
+DataFileBuilder &DataFileBuilder::Trials(const QStringList &rows)
+{
+    for (const QString &row : rows) {
+        const QStringList cells = row.split(QLatin1Char(','));
+        Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3));
+    }
+    return *this;
+}
+
 DataFileBuilder &DataFileBuilder::Row(const QStringList &cells)
 {
     rows.append(cells.join(QLatin1Char('\t')).toUtf8());

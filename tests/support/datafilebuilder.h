@@ -32,6 +32,8 @@ public:
     DataFileBuilder &Trial(const QString &block, const QString &trial, const QString &code,
                            const QString &rt, const QString &congruency = QStringLiteral("congruent"),
                            const QString &side = QStringLiteral("left"));
+    // Trial() for each of `rows`, given as "block,trial,code,time".
+    DataFileBuilder &Trials(const QStringList &rows);
     DataFileBuilder &Row(const QStringList &cells);
     DataFileBuilder &RawLine(const QByteArray &line);
     DataFileBuilder &LineEnd(const QByteArray &ending);
