@@ -80,17 +80,11 @@ class TestDataFile : public QObject
     Q_OBJECT
 
 private slots:
-    void readsDottedHeader();
-    void readsLegacyHeader();
+    void readsBothHeaders();
     void firstLineDecidesGeneration_data();
     void firstLineDecidesGeneration();
-    void dropsTerminatorWhateverItHolds();
-    void buildsTitlesFromTwoRows();
-    void marksRepeatedTitles_data();
-    void marksRepeatedTitles();
-    void fitsRowsToTitleCount();
-    void keepsEmptyLinesAsRows();
-    void treatsCrLfAndStrayCrAsTextModeDoes();
+    void readsTitlesAndRows_data();
+    void readsTitlesAndRows();
     void opensFileWithTitlesButNoRows();
     void opensFileWithoutCodeOrTimeColumn();
     void agreesWithLineByLineReading_data();
@@ -105,40 +99,30 @@ private:
     TestFiles files;
 };
 
-void TestDataFile::readsDottedHeader()
+void TestDataFile::readsBothHeaders()
 {
-    const auto file = files.Open(DataFileBuilder()
-                               .Experiment("Stroop")
-                               .Date("2026-11-22")
-                               .Field(".Kelmarun Version", "7.2")
-                               .Field(".Date", "2026-11-23\tevening")
-                               .HeaderLine(".")
-                               .ProductTitles()
-                               .Trial("B1", "T1", "C", "500"));
-    QVERIFY(!file->LegacyFormat());
-    QCOMPARE(file->ExperimentName(), QString("Stroop"));
+    const auto dotted = files.Open(DataFileBuilder()
+                                       .Experiment("Stroop")
+                                       .Field(".Kelmarun Version", "7.2")
+                                       .Field(".Date", "2026-11-23\tevening")
+                                       .HeaderLine(".")
+                                       .ProductTitles()
+                                       .Trial("B1", "T1", "C", "500"));
     // A later line with the same key wins, and its value keeps its TAB.
-    QCOMPARE(file->Date(), QString("2026-11-23\tevening"));
-    QCOMPARE(file->HeaderFields().value(".Kelmarun Version"), QString("7.2"));
-    QCOMPARE(file->GetMainModel().rowCount(), 1);
-}
-
-void TestDataFile::readsLegacyHeader()
-{
-    const auto file = files.Open(DataFileBuilder()
-                               .Legacy()
-                               .LegacyLines("anything at all", "")
-                               .Experiment("Old Stroop")
-                               .Date("11/22/2026")
-                               .ProductTitles()
-                               .Trial("B1", "T1", "E", "612.5")
-                               .Trial("B1", "T2", "C", "401"));
-    QVERIFY(file->LegacyFormat());
-    QCOMPARE(file->ExperimentName(), QString("Old Stroop"));
-    QCOMPARE(file->Date(), QString("11/22/2026"));
-    QVERIFY(file->HeaderFields().isEmpty());
-    QCOMPARE(file->GetMainModel().rowCount(), 2);
-    QCOMPARE(TableContents::Titles(file->GetMainModel()).value(12), QString("Reaction\nTime"));
+    QCOMPARE(QStringList({dotted->ExperimentName(), dotted->Date(), dotted->HeaderFields().value(".Kelmarun Version")}),
+             QStringList({"Stroop", "2026-11-23\tevening", "7.2"}));
+    QVERIFY(!dotted->LegacyFormat());
+    const auto legacy = files.Open(DataFileBuilder()
+                                       .Legacy()
+                                       .LegacyLines("anything at all", "")
+                                       .Experiment("Old Stroop")
+                                       .Date("11/22/2026")
+                                       .ProductTitles()
+                                       .Trial("B1", "T1", "E", "612.5"));
+    QCOMPARE(QStringList({legacy->ExperimentName(), legacy->Date()}), QStringList({"Old Stroop", "11/22/2026"}));
+    QVERIFY(legacy->LegacyFormat() && legacy->HeaderFields().isEmpty());
+    QCOMPARE(RowCells(legacy->GetMainModel(), 0), RowCells(dotted->GetMainModel(), 0).mid(0, 10) +
+                                                      QStringList({"E", "612.5"}) + RowCells(dotted->GetMainModel(), 0).mid(12));
 }
 
 void TestDataFile::firstLineDecidesGeneration_data()
@@ -160,84 +144,42 @@ void TestDataFile::firstLineDecidesGeneration()
     QCOMPARE(DataFile(path).LegacyFormat(), legacy);
 }
 
-void TestDataFile::dropsTerminatorWhateverItHolds()
+void TestDataFile::readsTitlesAndRows_data()
 {
-    const auto file = files.Open(DataFileBuilder().Terminator("not empty").ProductTitles().Trial("B", "T", "C", "1"));
-    QCOMPARE(TableContents::Titles(file->GetMainModel()).value(4), QString("Block\nName"));
-    QCOMPARE(file->GetMainModel().rowCount(), 1);
-}
-
-void TestDataFile::buildsTitlesFromTwoRows()
-{
-    const auto file = files.Open(DataFileBuilder()
-                               .Titles({"Error", "", "Reaction", "Pressed Or", "surplus", "more"},
-                                       {"Code", "Key", "Time", "Released"})
-                               .Row({"C", "a", "300", "Pressed"}));
-    QCOMPARE(TableContents::Titles(file->GetMainModel()),
-             QStringList({"Flag", "Error\nCode", "Key", "Reaction\nTime", "Pressed Or\nReleased"}));
-
-    const auto shortUpper = files.Open(DataFileBuilder().Titles({"Error"}, {"Code", "Key", "Time"}).Row({"C"}));
-    QCOMPARE(TableContents::Titles(shortUpper->GetMainModel()), QStringList({"Flag", "Error\nCode", "Key", "Time"}));
-}
-
-void TestDataFile::marksRepeatedTitles_data()
-{
-    QTest::addColumn<QStringList>("lower");
+    QTest::addColumn<QByteArray>("table");
     QTest::addColumn<QStringList>("titles");
-    QTest::newRow("three equal") << QStringList{"A", "A", "A"} << QStringList{"Flag", "A", "A#", "A##"};
-    QTest::newRow("two pairs") << QStringList{"A", "B", "A", "B"} << QStringList{"Flag", "A", "B", "A#", "B#"};
-    QTest::newRow("suffix meets a title") << QStringList{"A#", "A", "A"}
-                                          << QStringList{"Flag", "A#", "A", "A##"};
+    QTest::addColumn<QStringList>("rows");
+    // Title row 2 decides the columns; an empty upper cell gives a one-line
+    // title; surplus cells of a row are dropped and missing ones are empty.
+    QTest::newRow("two-line and one-line titles")
+        << QByteArray("Error\t\tReaction\tsurplus\nCode\tKey\tTime\nC\ta\t300\tmore\nE\n\nNR\t\t\n")
+        << QStringList{"Flag", "Error\nCode", "Key", "Reaction\nTime"}
+        << QStringList{"C|a|300", "E||", "||", "NR||"};
+    QTest::newRow("short upper row") << QByteArray("Error\nCode\tKey\tTime\n")
+                                     << QStringList{"Flag", "Error\nCode", "Key", "Time"} << QStringList{};
+    // Each repeat of a title, as changed so far, gets one more "#".
+    QTest::newRow("three equal titles") << QByteArray("\nA\tA\tA\n1\t2\t3")
+                                        << QStringList{"Flag", "A", "A#", "A##"} << QStringList{"1|2|3"};
+    QTest::newRow("suffix meets a title") << QByteArray("\nA#\tA\tA\n")
+                                          << QStringList{"Flag", "A#", "A", "A##"} << QStringList{};
+    // A text-mode stream drops every CR, also one inside a line.
+    QTest::newRow("CR LF and a stray CR") << QByteArray("Error\r\nCode\r\nx\ry\r\n")
+                                          << QStringList{"Flag", "Error\nCode"} << QStringList{"xy"};
 }
 
-void TestDataFile::marksRepeatedTitles()
+// Behind a dotted header whose terminator is not empty, which is dropped
+// whatever it holds.
+void TestDataFile::readsTitlesAndRows()
 {
-    QFETCH(QStringList, lower);
-    QFETCH(QStringList, titles);
-    const auto file = files.Open(DataFileBuilder().Titles({}, lower));
-    QCOMPARE(TableContents::Titles(file->GetMainModel()), titles);
-}
-
-void TestDataFile::fitsRowsToTitleCount()
-{
-    const auto file = files.Open(DataFileBuilder()
-                               .Titles({"Error", "Reaction", ""}, {"Code", "Time", "Key"})
-                               .Row({"C", "300", "a", "surplus", "more"})
-                               .Row({"E"})
-                               .Row({"NR", "", ""}));
+    QFETCH(QByteArray, table);
+    const auto file = std::make_unique<DataFile>(files.Write(".Experiment Name\tX\nnot empty\n" + table));
     MainModel &model = file->GetMainModel();
-    QCOMPARE(model.columnCount(), 4);
-    QCOMPARE(RowCells(model, 0), QStringList({"C", "300", "a"}));
-    QCOMPARE(RowCells(model, 1), QStringList({"E", "", ""}));
-    QCOMPARE(RowCells(model, 2), QStringList({"NR", "", ""}));
+    QTEST(TableContents::Titles(model), "titles");
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        rows << RowCells(model, row).join('|');
+    QTEST(rows, "rows");
     QCOMPARE(model.data(model.index(0, 0)).toString(), QString());
-}
-
-void TestDataFile::keepsEmptyLinesAsRows()
-{
-    const auto file = files.Open(DataFileBuilder()
-                               .Titles({"Error", "Reaction"}, {"Code", "Time"})
-                               .Row({"C", "1"})
-                               .RawLine("")
-                               .Row({"E", "2"}));
-    MainModel &model = file->GetMainModel();
-    QCOMPARE(model.rowCount(), 3);
-    QCOMPARE(RowCells(model, 1), QStringList({"", ""}));
-    QCOMPARE(RowCells(model, 2), QStringList({"E", "2"}));
-}
-
-void TestDataFile::treatsCrLfAndStrayCrAsTextModeDoes()
-{
-    DataFileBuilder builder;
-    builder.Experiment("Crlf").ProductTitles().Trial("B1", "T1", "C", "500").RawLine("x\ry\tz");
-    const auto lf = files.Open(builder);
-    builder.LineEnd("\r\n");
-    const auto crlf = files.Open(builder);
-    QCOMPARE(crlf->ExperimentName(), QString("Crlf"));
-    QCOMPARE(TableContents::Titles(crlf->GetMainModel()), TableContents::Titles(lf->GetMainModel()));
-    QCOMPARE(RowCells(crlf->GetMainModel(), 0), RowCells(lf->GetMainModel(), 0));
-    // A text-mode device drops every CR, also one in the middle of a line.
-    QCOMPARE(crlf->GetMainModel().data(crlf->GetMainModel().index(1, 1)).toString(), QString("xy"));
 }
 
 void TestDataFile::opensFileWithTitlesButNoRows()
