@@ -2,62 +2,6 @@
 
 #include <QFile>
 
-DataFileBuilder &DataFileBuilder::Dotted()
-{
-    legacy = false;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Legacy()
-{
-    legacy = true;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Experiment(const QString &name)
-{
-    experiment = name;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Date(const QString &value)
-{
-    date = value;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Field(const QString &key, const QString &value)
-{
-    fields.append({key, value});
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::HeaderLine(const QString &line)
-{
-    headerLines.append(line);
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Terminator(const QString &line)
-{
-    terminator = line;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::LegacyLines(const QString &first, const QString &fourth)
-{
-    legacyFirst = first;
-    legacyFourth = fourth;
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Titles(const QStringList &upper, const QStringList &lower)
-{
-    upperTitles = upper;
-    lowerTitles = lower;
-    return *this;
-}
-
 DataFileBuilder &DataFileBuilder::ProductTitles()
 {
     return Titles({"Participant", "Session", "Block", "Block", "Trial", "Trial", "Trial", "Stimulus",
@@ -80,24 +24,6 @@ DataFileBuilder &DataFileBuilder::Trials(const QStringList &rows)
         const QStringList cells = row.split(QLatin1Char(','));
         Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3));
     }
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::Row(const QStringList &cells)
-{
-    rows.append(cells.join(QLatin1Char('\t')).toUtf8());
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::RawLine(const QByteArray &line)
-{
-    rows.append(line);
-    return *this;
-}
-
-DataFileBuilder &DataFileBuilder::LineEnd(const QByteArray &ending)
-{
-    lineEnd = ending;
     return *this;
 }
 
