@@ -148,6 +148,25 @@ void BM_HideSelectedAndShowAll(benchmark::State &state)
 }
 BENCHMARK(BM_HideSelectedAndShowAll)->Unit(benchmark::kMillisecond);
 
+// Every row its own trial: 100,000 trial sections to find names in.
+void BM_HideSelectedManySections(benchmark::State &state)
+{
+    static QTemporaryDir dir;
+    DataFileBuilder builder;
+    builder.ProductTitles();
+    for (int row = 0; row < kRows; ++row)
+        builder.Trial(QStringLiteral("B%1").arg(row / 1000), QStringLiteral("T%1").arg(row), QStringLiteral("C"),
+                      QString::number(300 + row % 500));
+    DataFile file(builder.Write(dir.filePath(QStringLiteral("trials.txt"))));
+    const QVector<int> rows = ScatteredRows();
+    for (auto _ : state) {
+        file.HideSelectedRows(rows);
+        file.ShowAllRows();
+    }
+    state.SetItemsProcessed(state.iterations() * rows.size());
+}
+BENCHMARK(BM_HideSelectedManySections)->Unit(benchmark::kMillisecond);
+
 } // namespace
 
 ZEPHLANE_BENCHMARK_MAIN()

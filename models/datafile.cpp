@@ -169,11 +169,11 @@ QVector<HiddenSectionStats> DataFile::HiddenShares(const QVector<int> &rows) con
             QString name = Cell(row, column.column);
             if (name.isEmpty())
                 name = QStringLiteral("<No Name>");
-            const QString key = QString::number(column.sectionType) + QChar(0) + column.columnName + QChar(0) + name;
-            auto found = positions.find(key);
+            const HiddenSectionStats share(name, column.sectionType, column.columnName);
+            auto found = positions.find(share.Key());
             if (found == positions.end()) {
-                found = positions.insert(key, shares.size());
-                shares.append(HiddenSectionStats(name, column.sectionType, column.columnName));
+                found = positions.insert(share.Key(), shares.size());
+                shares.append(share);
             }
             shares[*found].AddRow(code, rt);
         }

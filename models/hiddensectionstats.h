@@ -16,4 +16,7 @@ struct HiddenSectionStats : SectionStats
         , columnName(columnName)
     {
     }
+
+    // Tells records apart by list, column and section name together.
+    QString Key() const { return QString::number(sectionType) + QChar(0) + columnName + QChar(0) + name; }
 };

@@ -1,5 +1,9 @@
 #include "sectionmodel.h"
 
+#include "sectionindex.h"
+
+#include <map>
+
 namespace {
 
 const QVector<SectionStats> *EntryAt(const QMap<QString, QVector<SectionStats>> &map, int position)
@@ -21,23 +25,20 @@ void MergeStores(QMap<QString, QVector<SectionStats>> &into,
     }
 }
 
-int FindSection(const QVector<SectionStats> &sections, const QString &name)
-{
-    for (int i = 0; i < sections.size(); ++i) {
-        if (sections[i].name == name)
-            return i;
-    }
-    return -1;
-}
-
 } // namespace
 
-// What one HideStats or RestoreHiddenStats call did to the table on show
-// without telling the views row by row.
+// One HideStats or RestoreHiddenStats call: the lists it touches, and
+// whether it changed the table on show without telling the views row by row.
 struct SectionChange
 {
+    explicit SectionChange(const QVector<SectionStats> *shown)
+        : shownBefore(shown)
+    {
+    }
+
     const QVector<SectionStats> *shownBefore;
     bool viewsBehind = false;
+    std::map<const QVector<SectionStats> *, SectionIndex> indexes;
 };
 
 SectionModel::SectionModel(QObject *parent)
@@ -177,33 +178,30 @@ void SectionModel::EmitAllChanged()
 
 void SectionModel::HideStats(const QVector<HiddenSectionStats> &list)
 {
-    SectionChange change{Shown()};
+    // Lists are found by address from here on, so they must not move.
+    trialVariables.detach();
+    codeColumns.detach();
+    SectionChange change(Shown());
     for (const HiddenSectionStats &record : list) {
-        if (HiddenSectionStats *kept = FindHidden(record))
-            kept->Add(record);
-        else
-            hiddenStats.append(new HiddenSectionStats(record));
+        KeepHidden(record);
         TakeFromSection(record, &change);
     }
-    if (change.viewsBehind || Shown() != change.shownBefore) {
-        emit layoutAboutToBeChanged();
-        emit layoutChanged();
-    }
+    EndChange(&change);
 }
 
 void SectionModel::RestoreHiddenStats()
 {
     if (hiddenStats.isEmpty())
         return;
-    SectionChange change{Shown()};
+    trialVariables.detach();
+    codeColumns.detach();
+    SectionChange change(Shown());
     for (const HiddenSectionStats *record : qAsConst(hiddenStats))
         GiveBackToSection(*record, &change);
     qDeleteAll(hiddenStats);
     hiddenStats.clear();
-    if (change.viewsBehind || Shown() != change.shownBefore) {
-        emit layoutAboutToBeChanged();
-        emit layoutChanged();
-    }
+    hiddenByKey.clear();
+    EndChange(&change);
 }
 
 // Compares the record's type with the data selector, not the section
@@ -234,32 +232,48 @@ QVector<SectionStats> &SectionModel::TargetOf(const HiddenSectionStats &record)
     }
 }
 
-HiddenSectionStats *SectionModel::FindHidden(const HiddenSectionStats &record) const
+// Sections that go are taken out at once only from the table on show when
+// views hear of each; from any other list they go together at the end.
+SectionIndex &SectionModel::IndexOf(const HiddenSectionStats &record, SectionChange *change)
 {
-    for (HiddenSectionStats *kept : hiddenStats) {
-        if (kept->name == record.name && kept->sectionType == record.sectionType
-            && kept->columnName == record.columnName)
-            return kept;
+    QVector<SectionStats> &target = TargetOf(record);
+    auto found = change->indexes.find(&target);
+    if (found == change->indexes.end()) {
+        const bool eraseAtOnce = &target == change->shownBefore && IsOnShow(record);
+        found = change->indexes.emplace(&target, SectionIndex(&target, eraseAtOnce)).first;
     }
-    return nullptr;
+    return found->second;
+}
+
+void SectionModel::KeepHidden(const HiddenSectionStats &record)
+{
+    HiddenSectionStats *&kept = hiddenByKey[record.Key()];
+    if (kept) {
+        kept->Add(record);
+        return;
+    }
+    kept = new HiddenSectionStats(record);
+    hiddenStats.append(kept);
 }
 
 void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChange *change)
 {
-    QVector<SectionStats> &target = TargetOf(record);
-    const int row = FindSection(target, record.name);
-    if (row < 0)
+    SectionIndex &sections = IndexOf(record, change);
+    const int section = sections.Find(record.name);
+    if (section < 0)
         return;
-    target[row].Subtract(record);
-    if (target[row].TotalCount() == 0) {
-        const bool announce = MayAnnounceRow(target, record, row, false, change);
+    const int row = sections.RowOf(section);
+    SectionStats &stats = sections.Record(section);
+    stats.Subtract(record);
+    if (stats.TotalCount() == 0) {
+        const bool announce = MayAnnounceRow(TargetOf(record), record, row, false, change);
         if (announce)
             beginRemoveRows(QModelIndex(), row, row);
-        target.remove(row);
+        sections.Erase(section);
         if (announce)
             endRemoveRows();
     } else {
-        target[row].Finish();
+        stats.Finish();
         if (IsOnShow(record))
             emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
     }
@@ -267,22 +281,33 @@ void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChan
 
 void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionChange *change)
 {
-    QVector<SectionStats> &target = TargetOf(record);
-    int row = FindSection(target, record.name);
-    if (row < 0) {
-        row = target.size();
-        const bool announce = MayAnnounceRow(target, record, row, true, change);
+    SectionIndex &sections = IndexOf(record, change);
+    int section = sections.Find(record.name);
+    if (section < 0) {
+        const int row = TargetOf(record).size();
+        const bool announce = MayAnnounceRow(TargetOf(record), record, row, true, change);
         if (announce)
             beginInsertRows(QModelIndex(), row, row);
-        target.append(record);
+        section = sections.Append(record);
         if (announce)
             endInsertRows();
     } else {
-        target[row].Add(record);
+        sections.Record(section).Add(record);
     }
-    target[row].Finish();
+    sections.Record(section).Finish();
+    const int row = sections.RowOf(section);
     if (IsOnShow(record))
         emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+}
+
+void SectionModel::EndChange(SectionChange *change)
+{
+    for (auto &entry : change->indexes)
+        entry.second.Finish();
+    if (change->viewsBehind || Shown() != change->shownBefore) {
+        emit layoutAboutToBeChanged();
+        emit layoutChanged();
+    }
 }
 
 // Row notifications follow IsOnShow. One that names a row the table on show

@@ -4,6 +4,7 @@
 #include "hiddensectionstats.h"
 #include "sectionstats.h"
 
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QStringList>
@@ -12,6 +13,7 @@
 // Response statistics of one file grouped by section (per block, trial,
 // trial variable value or code value), and the table of one group that the
 // summary tab shows. Owned by its DataFile.
+class SectionIndex;
 struct SectionChange;
 
 class SectionModel : public BaseModel
@@ -61,11 +63,13 @@ private:
     const QVector<SectionStats> *Shown() const;
     void EmitAllChanged();
     QVector<SectionStats> &TargetOf(const HiddenSectionStats &record);
-    HiddenSectionStats *FindHidden(const HiddenSectionStats &record) const;
+    SectionIndex &IndexOf(const HiddenSectionStats &record, SectionChange *change);
+    void KeepHidden(const HiddenSectionStats &record);
     void TakeFromSection(const HiddenSectionStats &record, SectionChange *change);
     void GiveBackToSection(const HiddenSectionStats &record, SectionChange *change);
     bool MayAnnounceRow(const QVector<SectionStats> &target, const HiddenSectionStats &record,
                         int row, bool insertion, SectionChange *change) const;
+    void EndChange(SectionChange *change);
 
     QVector<SectionStats> blocks;
     QVector<SectionStats> trials;
@@ -75,4 +79,6 @@ private:
     int dataType = 0;
     int subIndex = 0;
     QList<HiddenSectionStats *> hiddenStats;
+    // hiddenStats by HiddenSectionStats::Key(), kept in step with it.
+    QHash<QString, HiddenSectionStats *> hiddenByKey;
 };

@@ -39,6 +39,8 @@ private slots:
     void hidingAndShowingAll();
     void hiddenShareIsOneRecordPerSection();
     void readsSectionsAtFixedColumns();
+    void removedRowsAreNumberedAsTheyStand_data();
+    void removedRowsAreNumberedAsTheyStand();
     void notifiesOnlyWhatIsOnShow();
     void viewsShowTheTruthWhenNotNotified();
 
@@ -110,6 +112,33 @@ void TestHiddenStats::readsSectionsAtFixedColumns()
     QCOMPARE(Hidden(file->GetSectionModel()), QStringList({"0//B1 1", "1//<No Name> 1", "2/Trial Variable\nX/v 1"}));
     QCOMPARE(TableContents::Rows(file->GetSectionModel()), QStringList({"B1: 1 0 0 0"}));
     QCOMPARE(file->GetSectionModel().TrialVariableNames(), QStringList({"Trial Variable\nX"}));
+}
+
+void TestHiddenStats::removedRowsAreNumberedAsTheyStand_data()
+{
+    QTest::addColumn<QVector<int>>("hide");
+    QTest::addColumn<QList<int>>("removed");
+    QTest::addColumn<QStringList>("left");
+    QTest::newRow("from the bottom") << QVector<int>{3, 1, 0} << QList<int>{3, 1, 0} << QStringList{"B3: 1 0 0 0"};
+    QTest::newRow("from the top") << QVector<int>{0, 3, 2} << QList<int>{0, 2, 1} << QStringList{"B2: 1 0 0 0"};
+}
+
+// One hiding that empties several blocks on show tells the views of each
+// block's row as it stands after the ones before it went.
+void TestHiddenStats::removedRowsAreNumberedAsTheyStand()
+{
+    QFETCH(QVector<int>, hide);
+    const auto file = files.Open(DataFileBuilder().ProductTitles().Trials({"B1,T1,C,1", "B2,T1,C,2", "B3,T1,C,3", "B4,T1,C,4"}));
+    SectionModel &sections = file->GetSectionModel();
+    QTableView view;
+    view.setModel(&file->GetSectionProxy());
+    QList<int> removed;
+    connect(&sections, &SectionModel::rowsRemoved, this, [&](const QModelIndex &, int first) { removed << first; });
+    file->HideSelectedRows(hide);
+    QTEST(removed, "removed");
+    QTEST(TableContents::Rows(*view.model()), "left");
+    file->ShowAllRows();
+    QCOMPARE(TableContents::Rows(*view.model()).size(), 4);
 }
 
 // With counts chosen, block records are on show and trial records not.
