@@ -121,6 +121,9 @@ int MainModel::columnCount(const QModelIndex &) const
 
 QVariant MainModel::data(const QModelIndex &index, int role) const
 {
+    // Views pass only valid cells; anything else is answered, not read.
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return QVariant();
     switch (role) {
     case Qt::DisplayRole:
         return CellText(index);

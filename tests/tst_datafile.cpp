@@ -179,7 +179,7 @@ void TestDataFile::readsTitlesAndRows()
     for (int row = 0; row < model.rowCount(); ++row)
         rows << RowCells(model, row).join('|');
     QTEST(rows, "rows");
-    QCOMPARE(model.data(model.index(0, 0)).toString(), QString());
+    QVERIFY(model.rowCount() == 0 || model.data(model.index(0, 0)).toString().isEmpty());
 }
 
 void TestDataFile::opensFileWithTitlesButNoRows()
