@@ -1,9 +1,12 @@
-// The merge dialog driven through its widgets: its form, the counts that
-// Prepare shows, and the choices that clicks make and later openings keep.
+// The merge dialog driven through its widgets, alone and from the main
+// window, with the save dialog and the boxes answered by the catcher.
 
+#include "datafilebuilder.h"
 #include "mergedialog.h"
 #include "testenvironment.h"
+#include "windowdriver.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
@@ -12,226 +15,195 @@
 #include <QRadioButton>
 #include <QtTest>
 
-#include <memory>
+namespace {
+
+template <typename T>
+T *Child(const QWidget *parent, const char *name)
+{
+    T *child = parent->findChild<T *>(QString::fromLatin1(name));
+    if (!child)
+        qFatal("no child %s", name);
+    return child;
+}
+
+// On the indicator, as the layout may make a button wider than the part
+// that takes clicks.
+void Click(const QWidget *dialog, const char *name)
+{
+    QAbstractButton *button = Child<QAbstractButton>(dialog, name);
+    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
+}
+
+// Each choice as "-" when disabled, "x" checked or "o" not, "v" when
+// pressed down, then the count beside it.
+QString Choices(const QWidget *dialog)
+{
+    const std::pair<const char *, const char *> choices[] = {{"radioButton", "label_2"},
+                                                             {"radioButton_2", "label_4"},
+                                                             {"radioButton_3", "label_3"},
+                                                             {"checkBox_2", "label_6"},
+                                                             {"checkBox", nullptr}};
+    QStringList shown;
+    for (const auto &[name, label] : choices) {
+        const QAbstractButton *button = Child<QAbstractButton>(dialog, name);
+        shown << QString(button->isEnabled() ? "" : "-") + (button->isChecked() ? "x" : "o")
+                     + (button->isDown() ? "v" : "") + (label ? Child<QLabel>(dialog, label)->text() : QString());
+    }
+    return shown.join(' ');
+}
+
+// RowsToMerge, IncludeHiddenRows and Transpose.
+QString Values(const MergeDialog &dialog)
+{
+    return QString("%1 %2 %3").arg(dialog.RowsToMerge()).arg(int(dialog.IncludeHiddenRows())).arg(int(dialog.Transpose()));
+}
+
+DataFileBuilder Blocks(const QString &experiment, const QString &date, int rows)
+{
+    DataFileBuilder builder;
+    builder.Experiment(experiment).Date(date).Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"});
+    for (int row = 0; row < rows; ++row)
+        builder.Row({"B" + QString::number(row + 1), "C", QString::number(300 + row)});
+    return builder;
+}
+
+QByteArray Contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
 
 class TestMergeDialog : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
-    void startsWithTheFormsTextsAndState();
-    void namesBothPanelsForTheBorderRule();
-    void preparesCountsAndEnablesChoices_data();
-    void preparesCountsAndEnablesChoices();
+    void startsWithTheForm();
+    void clicksSetTheChoices_data();
     void clicksSetTheChoices();
-    void disabledChoicesIgnoreClicks();
-    void earlierChoicesOutliveLaterPreparing();
-    void cancelRejectsAndMergeLeavesItOpen();
-
-private:
-    template<typename T>
-    T *Child(const char *name) const
-    {
-        T *child = dialog->findChild<T *>(QString::fromLatin1(name));
-        if (!child)
-            qFatal("no child %s", name);
-        return child;
-    }
-    // On the button's indicator, as the layout may make a button wider than
-    // the part that takes clicks.
-    void Click(const char *name)
-    {
-        QAbstractButton *button = Child<QAbstractButton>(name);
-        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
-    }
-
-    std::unique_ptr<QWidget> window;
-    MergeDialog *dialog = nullptr;
+    void writesTheFocusedRecordThroughTheSaveDialog();
+    void choicesOutliveTheOpeningAndTheFile();
 };
 
-// The dialog lives as the main window's child, as in the program.
-void TestMergeDialog::init()
+void TestMergeDialog::startsWithTheForm()
 {
-    window = std::make_unique<QWidget>();
-    dialog = new MergeDialog(window.get());
-    window->show();
-    dialog->show();
-    QVERIFY(QTest::qWaitForWindowExposed(dialog));
-}
-
-void TestMergeDialog::cleanup()
-{
-    window.reset();
-    dialog = nullptr;
-}
-
-void TestMergeDialog::startsWithTheFormsTextsAndState()
-{
-    QCOMPARE(dialog->windowTitle(), QString("Merge Options"));
-    QVERIFY(dialog->isModal());
-    QVERIFY(dialog->isWindow());
-    // The form's size, before the layout fits it to the fonts at hand.
-    QCOMPARE(MergeDialog().size(), QSize(413, 319));
-    const Qt::WindowFlags flags = dialog->windowFlags();
-    QCOMPARE(flags & Qt::WindowType_Mask, Qt::Dialog);
-    QVERIFY(flags & Qt::WindowTitleHint);
-    QVERIFY(flags & Qt::WindowCloseButtonHint);
-    QVERIFY(!(flags & (Qt::WindowContextHelpButtonHint | Qt::WindowMinMaxButtonsHint)));
-
-    QCOMPARE(Child<QGroupBox>("groupBox")->title(), QString("Rows to Merge:"));
-    QCOMPARE(Child<QGroupBox>("groupBox_2")->title(), QString("Other Options:"));
-    const QList<std::tuple<const char *, QString, bool, bool>> buttons{
-        {"radioButton", "Flagged rows only ", false, false},
-        {"radioButton_2", "Unflagged rows only ", false, false},
-        {"radioButton_3", "All rows ", true, true},
-        {"checkBox_2", "Include hidden rows ", false, false},
-        {"checkBox", "Transpose rows and columns in the merged file", true, false}};
-    for (const auto &[name, text, enabled, checked] : buttons) {
-        QAbstractButton *button = Child<QAbstractButton>(name);
-        QCOMPARE(button->text(), text);
-        QCOMPARE(button->isEnabled(), enabled);
-        QCOMPARE(button->isChecked(), checked);
-    }
-    for (const char *name : {"label_2", "label_4", "label_3", "label_6"})
-        QCOMPARE(Child<QLabel>(name)->text(), QString());
-    for (const auto &[name, text] : {std::pair{"pushButton", "Cancel"}, std::pair{"pushButton_2", "Merge..."}}) {
-        QCOMPARE(Child<QPushButton>(name)->text(), QString(text));
-        QVERIFY(!Child<QPushButton>(name)->autoDefault());
-    }
-    QCOMPARE(dialog->MergeButton(), Child<QPushButton>("pushButton_2"));
-    QCOMPARE(dialog->RowsToMerge(), -1);
-    QVERIFY(!dialog->IncludeHiddenRows());
-    QVERIFY(!dialog->Transpose());
-}
-
-void TestMergeDialog::namesBothPanelsForTheBorderRule()
-{
-    QCOMPARE(dialog->styleSheet(),
+    MergeDialog dialog;
+    QCOMPARE(dialog.windowTitle(), QString("Merge Options"));
+    QVERIFY(dialog.isModal());
+    QVERIFY(!(dialog.windowFlags() & Qt::WindowContextHelpButtonHint));
+    QCOMPARE(dialog.size(), QSize(413, 319));
+    QStringList texts{Child<QGroupBox>(&dialog, "groupBox")->title(), Child<QGroupBox>(&dialog, "groupBox_2")->title()};
+    for (const char *name : {"radioButton", "radioButton_2", "radioButton_3", "checkBox_2", "checkBox", "pushButton", "pushButton_2"})
+        texts << Child<QAbstractButton>(&dialog, name)->text();
+    QCOMPARE(texts, QStringList({"Rows to Merge:", "Other Options:", "Flagged rows only ", "Unflagged rows only ",
+                                 "All rows ", "Include hidden rows ", "Transpose rows and columns in the merged file",
+                                 "Cancel", "Merge..."}));
+    QVERIFY(!Child<QPushButton>(&dialog, "pushButton")->autoDefault());
+    QVERIFY(!Child<QPushButton>(&dialog, "pushButton_2")->autoDefault());
+    QCOMPARE(Choices(&dialog), QString("-o -o x -o o"));
+    QCOMPARE(Values(dialog), QString("-1 0 0"));
+    // Both panels answer to the one border rule.
+    QCOMPARE(dialog.styleSheet(),
              QString("QWidget#rows\n{\n\tborder: 1px solid rgb(180, 180, 180);\n\tborder-radius: 3px;\n}"));
-    const QList<QWidget *> panels = dialog->findChildren<QWidget *>("rows");
-    QCOMPARE(panels.size(), 2);
-    QVERIFY(panels[0]->isAncestorOf(Child<QRadioButton>("radioButton")));
-    QVERIFY(panels[0]->isAncestorOf(Child<QLabel>("label_3")));
-    QVERIFY(panels[1]->isAncestorOf(Child<QCheckBox>("checkBox_2")));
-    QVERIFY(panels[1]->isAncestorOf(Child<QCheckBox>("checkBox")));
-    QCOMPARE(panels[0]->parentWidget(), Child<QGroupBox>("groupBox"));
-    QCOMPARE(panels[1]->parentWidget(), Child<QGroupBox>("groupBox_2"));
+    QCOMPARE(dialog.findChildren<QWidget *>("rows").size(), 2);
 }
 
-void TestMergeDialog::preparesCountsAndEnablesChoices_data()
+void TestMergeDialog::clicksSetTheChoices_data()
 {
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<int>("flagged");
-    QTest::addColumn<int>("hidden");
-    QTest::addColumn<QStringList>("labels"); // label_2, label_4, label_3, label_6
-    QTest::addColumn<bool>("flagChoices");
-    QTest::addColumn<bool>("hiddenChoice");
-    QTest::newRow("flagged and hidden rows") << 10 << 3 << 2 << QStringList{"(3)", "(7)", "(10)", "(2)"} << true << true;
-    QTest::newRow("every row flagged") << 4 << 4 << 0 << QStringList{"(4)", "(0)", "(4)", ""} << true << false;
-    QTest::newRow("no flags, rows hidden") << 8 << 0 << 1 << QStringList{"", "", "", "(1)"} << false << true;
-    QTest::newRow("nothing flagged or hidden") << 8 << 0 << 0 << QStringList{"", "", "", ""} << false << false;
-    QTest::newRow("empty file") << 0 << 0 << 0 << QStringList{"", "", "", ""} << false << false;
-}
-
-void TestMergeDialog::preparesCountsAndEnablesChoices()
-{
-    QFETCH(int, rows);
-    QFETCH(int, flagged);
-    QFETCH(int, hidden);
-    QFETCH(QStringList, labels);
-    QFETCH(bool, flagChoices);
-    QFETCH(bool, hiddenChoice);
-    // Start from the other state, so that each branch has to change it.
-    dialog->Prepare(20, flagChoices ? 0 : 5, hiddenChoice ? 0 : 5);
-    dialog->Prepare(rows, flagged, hidden);
-    QStringList shown;
-    for (const char *name : {"label_2", "label_4", "label_3", "label_6"})
-        shown << Child<QLabel>(name)->text();
-    QCOMPARE(shown, labels);
-    QCOMPARE(Child<QRadioButton>("radioButton")->isEnabled(), flagChoices);
-    QCOMPARE(Child<QRadioButton>("radioButton_2")->isEnabled(), flagChoices);
-    QVERIFY(Child<QRadioButton>("radioButton_3")->isEnabled());
-    QCOMPARE(Child<QCheckBox>("checkBox_2")->isEnabled(), hiddenChoice);
-    QVERIFY(Child<QCheckBox>("checkBox")->isEnabled());
-    if (!flagChoices)
-        QVERIFY(Child<QRadioButton>("radioButton_3")->isDown());
+    QTest::addColumn<bool>("prepared");
+    QTest::addColumn<QStringList>("clicks");
+    QTest::addColumn<QString>("values");
+    QTest::newRow("flagged only, hidden rows, transposed")
+        << true << QStringList{"radioButton", "checkBox_2", "checkBox"} << "0 1 1";
+    QTest::newRow("unflagged only") << true << QStringList{"radioButton", "radioButton_2"} << "1 0 0";
+    QTest::newRow("all rows, options clicked off again")
+        << true << QStringList{"radioButton", "radioButton_3", "checkBox_2", "checkBox", "checkBox_2", "checkBox"}
+        << "2 0 0";
+    QTest::newRow("disabled choices ignore clicks")
+        << false << QStringList{"radioButton", "radioButton_2", "checkBox_2"} << "-1 0 0";
 }
 
 void TestMergeDialog::clicksSetTheChoices()
 {
-    dialog->Prepare(10, 3, 2);
-    Click("radioButton");
-    QCOMPARE(dialog->RowsToMerge(), 0);
-    Click("radioButton_2");
-    QCOMPARE(dialog->RowsToMerge(), 1);
-    QVERIFY(Child<QRadioButton>("radioButton_2")->isChecked());
-    Click("radioButton_3");
-    QCOMPARE(dialog->RowsToMerge(), 2);
-    Click("checkBox_2");
-    QVERIFY(dialog->IncludeHiddenRows());
-    Click("checkBox");
-    QVERIFY(dialog->Transpose());
-    Click("checkBox_2");
-    QVERIFY(!dialog->IncludeHiddenRows());
-    Click("checkBox");
-    QVERIFY(!dialog->Transpose());
-    QCOMPARE(dialog->RowsToMerge(), 2);
+    QFETCH(bool, prepared);
+    QFETCH(QStringList, clicks);
+    QFETCH(QString, values);
+    MergeDialog dialog;
+    dialog.show();
+    if (prepared)
+        dialog.Prepare(10, 3, 2);
+    for (const QString &name : clicks)
+        Click(&dialog, qPrintable(name));
+    QCOMPARE(Values(dialog), values);
 }
 
-void TestMergeDialog::disabledChoicesIgnoreClicks()
+// With two files selected the record in focus is the combined one.
+void TestMergeDialog::writesTheFocusedRecordThroughTheSaveDialog()
 {
-    Click("radioButton");
-    Click("radioButton_2");
-    Click("checkBox_2");
-    QCOMPARE(dialog->RowsToMerge(), -1);
-    QVERIFY(!dialog->IncludeHiddenRows());
-    QVERIFY(Child<QRadioButton>("radioButton_3")->isChecked());
-}
+    WindowDriver driver;
+    auto *dialog = driver.Window().findChild<MergeDialog *>();
+    QVERIFY(QMetaObject::invokeMethod(&driver.Window(), "OpenMergeDialog"));
+    QVERIFY(!dialog->isVisible());
 
-// Preparing changes widgets only; the choices change by clicks alone.
-void TestMergeDialog::earlierChoicesOutliveLaterPreparing()
-{
-    dialog->Prepare(10, 3, 2);
-    Click("radioButton");
-    Click("checkBox_2");
-    Click("checkBox");
-    dialog->reject();
+    const QString first = driver.Write("stroop.txt", Blocks("Stroop", "2026-03-01", 1));
+    driver.AddFiles({first, driver.Write("flanker.txt", Blocks("Flanker", "2026-03-02", 2))});
+    driver.ClickRows({0, 1});
+    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
+    QVERIFY(dialog->isVisible());
+    driver.Catcher().Clear();
 
-    dialog->Prepare(6, 0, 0);
-    dialog->show();
-    QRadioButton *flaggedOnly = Child<QRadioButton>("radioButton");
-    QRadioButton *allRows = Child<QRadioButton>("radioButton_3");
-    QVERIFY(!flaggedOnly->isEnabled());
-    QVERIFY(flaggedOnly->isChecked());
-    QVERIFY(allRows->isDown());
-    QVERIFY(!allRows->isChecked());
-    QVERIFY(!Child<QCheckBox>("checkBox_2")->isChecked());
-    QVERIFY(!Child<QCheckBox>("checkBox_2")->isEnabled());
-    QCOMPARE(dialog->RowsToMerge(), 0);
-    QVERIFY(dialog->IncludeHiddenRows());
-    QVERIFY(dialog->Transpose());
-
-    // Only a real click on "All rows " changes the choice.
-    Click("radioButton_3");
-    QCOMPARE(dialog->RowsToMerge(), 2);
-    QVERIFY(allRows->isChecked());
-}
-
-void TestMergeDialog::cancelRejectsAndMergeLeavesItOpen()
-{
-    QSignalSpy merges(dialog->MergeButton(), &QPushButton::clicked);
-    Click("pushButton_2");
-    QCOMPARE(merges.count(), 1);
+    const QString output = driver.Path("merged.txt");
+    driver.Catcher().QueueFileAnswer({});
+    Click(dialog, "pushButton_2");
+    QCOMPARE(driver.Catcher().FileDialogs(),
+             QStringList({"Save Merged Data File|" + QFileInfo(first).absolutePath() + "|Text (*.txt)"}));
+    QVERIFY(driver.Catcher().Messages().isEmpty());
     QVERIFY(dialog->isVisible());
 
-    QSignalSpy rejected(dialog, &QDialog::rejected);
-    Click("pushButton");
-    QCOMPARE(rejected.count(), 1);
+    // A longer file of that name is replaced whole.
+    QFile old(output);
+    QVERIFY(old.open(QIODevice::WriteOnly) && old.write(QByteArray(4096, 'x')) && old.flush());
+    old.close();
+    driver.Catcher().QueueFileAnswer({output});
+    driver.Catcher().QueueMessageAnswer(QMessageBox::Yes);
+    Click(dialog, "pushButton_2");
+    QCOMPARE(Contents(output), QByteArray("\n{ Stroop & Flanker }\n{ 2026-03-012026-03-02  }\n\n"
+                                          "Block\tError\tReaction\nName\tCode\tTime\nB1\tC\t300\t\nB1\tC\t300\t\nB2\tC\t301\t\n"));
+    QCOMPARE(driver.Catcher().Messages().last(), "Talvox Zephlane|Data successfully written to " + output + ".");
     QVERIFY(!dialog->isVisible());
-    QCOMPARE(dialog->result(), int(QDialog::Rejected));
+}
+
+// Only clicks change the choices, so "Flagged rows only " chosen for one
+// file stays in force for the next, which has no flags and shows "All rows "
+// merely pressed down: its merged file holds the titles alone.
+void TestMergeDialog::choicesOutliveTheOpeningAndTheFile()
+{
+    WindowDriver driver;
+    auto *dialog = driver.Window().findChild<MergeDialog *>();
+    driver.AddFiles({driver.Write("a.txt", Blocks("A", "D", 6)), driver.Write("b.txt", Blocks("B", "D", 2))});
+    driver.ClickRows({0});
+    auto *table = driver.Find<QTableView>("rawDataView");
+    for (const int row : {0, 1, 2})
+        WindowDriver::ClickCell(table, row, 0);
+    WindowDriver::ClickCell(table, 5, 2);
+    driver.Find<QAction>("actionHide_Selected_Rows")->trigger();
+
+    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
+    QCOMPARE(Choices(dialog), QString("o(3) o(2) x(5) o(1) o"));
+    for (const char *name : {"radioButton", "checkBox_2", "checkBox"})
+        Click(dialog, name);
+    Click(dialog, "pushButton");
+    QVERIFY(!dialog->isVisible());
+
+    driver.ClickRows({1});
+    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
+    QCOMPARE(Choices(dialog), QString("-x -o ov -o x"));
+    QCOMPARE(Values(*dialog), QString("0 1 1"));
+    driver.Catcher().QueueFileAnswer({driver.Path("merged.txt")});
+    Click(dialog, "pushButton_2");
+    QCOMPARE(Contents(driver.Path("merged.txt")), QByteArray("Block Name\t\nError Code\t\nReaction Time\t"));
 }
 
 ZEPHLANE_TEST_MAIN(TestMergeDialog)
