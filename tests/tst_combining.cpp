@@ -129,16 +129,10 @@ void TestCombining::joinsColumnsByTitle()
 // the first file has keeps that file's sections and gains none.
 void TestCombining::addsSectionsOfTheSameName()
 {
-    const auto first = files.Open(DataFileBuilder()
-                                      .ProductTitles()
-                                      .Trial("B1", "T1", "C", "300")
-                                      .Trial("B2", "T1", "E", "600")
-                                      .Trial("B2", "T2", "C", "500"));
-    const auto second = files.Open(DataFileBuilder()
-                                       .Titles({"Block", "Trial", "Error", "Reaction"}, {"Name", "Name", "Code", "Time"})
-                                       .Row({"B3", "T2", "C", "200"})
-                                       .Row({"B2", "T2", "C", "100"})
-                                       .Row({"B2", "T3", "SC", "700"}));
+    const auto first = files.Open(DataFileBuilder().ProductTitles().Trial("B1", "T1", "C", "300")
+                                      .Trial("B2", "T1", "E", "600").Trial("B2", "T2", "C", "500"));
+    const auto second = files.Open(DataFileBuilder().Titles({"Block", "Trial", "Error", "Reaction"}, {"Name", "Name", "Code", "Time"})
+                                       .Row({"B3", "T2", "C", "200"}).Row({"B2", "T2", "C", "100"}).Row({"B2", "T3", "SC", "700"}));
     const auto combined = Combine({first.get(), second.get()});
     SectionModel &sections = combined->GetSectionModel();
     // Blocks fold "SC" into "C"; trials keep it in its own slot.
@@ -172,13 +166,9 @@ void TestCombining::rebuildingLeavesSourcesUntouched()
     QList<DataFile *> sources;
     QList<QStringList> before;
     for (const QString name : {"Stroop", "Flanker", "Simon"}) {
-        const int number = sources.size() + 1;
-        opened.push_back(files.Open(DataFileBuilder()
-                                        .Experiment(name)
-                                        .Date(QString("2026-03-0%1").arg(number))
-                                        .ProductTitles()
-                                        .Trial("B" + QString::number(number), "T1", "C", "300")
-                                        .Trial("B1", "T2", number == 2 ? "E" : "SC", QString::number(400 + number))));
+        const QString number = QString::number(sources.size() + 1);
+        opened.push_back(files.Open(DataFileBuilder().Experiment(name).Date("2026-03-0" + number).ProductTitles()
+                                        .Trial("B" + number, "T1", "C", "300").Trial("B1", "T2", "SC", "40" + number)));
         sources << opened.back().get();
         before << Snapshot(*sources.last());
     }

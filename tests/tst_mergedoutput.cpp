@@ -12,12 +12,6 @@
 
 namespace {
 
-QByteArray Fixture(const QString &name)
-{
-    QFile file(QStringLiteral(TEST_DATA_DIR "/") + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Ten rows "r0".."r9", so that each output line names its file row.
 DataFileBuilder TenRows()
 {
@@ -44,8 +38,6 @@ class TestMergedOutput : public QObject
     Q_OBJECT
 
 private slots:
-    void writesBothLayouts_data();
-    void writesBothLayouts();
     void choosesRows_data();
     void choosesRows();
     void splitsTitlesOverTwoLines();
@@ -56,28 +48,6 @@ private:
     TestFiles files;
     ModalCatcher catcher;
 };
-
-void TestMergedOutput::writesBothLayouts_data()
-{
-    QTest::addColumn<bool>("transpose");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("plain") << false << "merged_plain.txt";
-    QTest::newRow("transposed") << true << "merged_transposed.txt";
-}
-
-void TestMergedOutput::writesBothLayouts()
-{
-    QFETCH(bool, transpose);
-    QFETCH(QString, expected);
-    const auto file = files.Open(DataFileBuilder()
-                                     .Experiment("Stroop")
-                                     .Date("2026-03-01 10:00")
-                                     .ProductTitles()
-                                     .Trial("B1", "T1", "C", "300", "congruent", "left")
-                                     .Trial("B1", "T2", "E", "512.9", "incongruent", "right")
-                                     .Trial("B2", "T1", "NR", "", "congruent", "left"));
-    QCOMPARE(files.Merge(*file, 2, false, transpose), Fixture(expected));
-}
 
 void TestMergedOutput::choosesRows_data()
 {
@@ -137,17 +107,11 @@ void TestMergedOutput::splitsTitlesOverTwoLines()
 
 void TestMergedOutput::writesTwoCombinedExperiments()
 {
-    const auto first = files.Open(DataFileBuilder()
-                                      .Experiment("Stroop")
-                                      .Date("2026-03-01")
+    const auto first = files.Open(DataFileBuilder().Experiment("Stroop").Date("2026-03-01")
                                       .Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"})
-                                      .Row({"B1", "C", "300"})
-                                      .Row({"B1", "SC", "350"}));
-    const auto second = files.Open(DataFileBuilder()
-                                       .Experiment("Flanker")
-                                       .Date("2026-03-02")
-                                       .Titles({"Hand", "Block", "Error", "Reaction"},
-                                               {"(Trial Variable)", "Name", "Code", "Time"})
+                                      .Row({"B1", "C", "300"}).Row({"B1", "SC", "350"}));
+    const auto second = files.Open(DataFileBuilder().Experiment("Flanker").Date("2026-03-02")
+                                       .Titles({"Hand", "Block", "Error", "Reaction"}, {"(Trial Variable)", "Name", "Code", "Time"})
                                        .Row({"left", "B2", "E", "400"}));
     DataFile combined;
     combined.CopyFrom(*first);
