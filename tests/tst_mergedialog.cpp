@@ -8,11 +8,9 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QtTest>
 
 namespace {
@@ -26,7 +24,8 @@ QAbstractButton *Button(const QWidget *dialog, const char *name)
 // that takes clicks.
 void Click(const QWidget *dialog, const char *name)
 {
-    QTest::mouseClick(Button(dialog, name), Qt::LeftButton, Qt::NoModifier, QPoint(8, Button(dialog, name)->height() / 2));
+    QAbstractButton *button = Button(dialog, name);
+    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
 }
 
 // Each choice as "-" when disabled, "x" checked or "o" not, "v" when
@@ -34,12 +33,13 @@ void Click(const QWidget *dialog, const char *name)
 QString Choices(const QWidget *dialog)
 {
     const std::pair<const char *, const char *> choices[] = {
-        {"radioButton", "label_2"}, {"radioButton_2", "label_4"}, {"radioButton_3", "label_3"}, {"checkBox_2", "label_6"}};
+        {"radioButton", "label_2"}, {"radioButton_2", "label_4"}, {"radioButton_3", "label_3"},
+        {"checkBox_2", "label_6"}};
     QStringList shown;
     for (const auto &[name, label] : choices) {
         const QAbstractButton *button = Button(dialog, name);
-        shown << QString(button->isEnabled() ? "" : "-") + (button->isChecked() ? "x" : "o") + (button->isDown() ? "v" : "")
-                     + dialog->findChild<QLabel *>(label)->text();
+        shown << QString(button->isEnabled() ? "" : "-") + (button->isChecked() ? "x" : "o")
+                     + (button->isDown() ? "v" : "") + dialog->findChild<QLabel *>(label)->text();
     }
     return shown.join(' ') + (Button(dialog, "checkBox")->isChecked() ? " x" : " o");
 }
@@ -47,13 +47,14 @@ QString Choices(const QWidget *dialog)
 // RowsToMerge, IncludeHiddenRows and Transpose.
 QString Values(const MergeDialog &dialog)
 {
-    return QString("%1 %2 %3").arg(dialog.RowsToMerge()).arg(int(dialog.IncludeHiddenRows())).arg(int(dialog.Transpose()));
+    return QString("%1 %2 %3").arg(dialog.RowsToMerge()).arg(int(dialog.IncludeHiddenRows()))
+        .arg(int(dialog.Transpose()));
 }
 
-DataFileBuilder Blocks(const QString &experiment, const QString &date, int rows)
+DataFileBuilder Blocks(int rows)
 {
     DataFileBuilder builder;
-    builder.Experiment(experiment).Date(date).Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"});
+    builder.Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"});
     for (int row = 0; row < rows; ++row)
         builder.Row({"B" + QString::number(row + 1), "C", QString::number(300 + row)});
     return builder;
@@ -74,8 +75,7 @@ class TestMergeDialog : public QObject
 private slots:
     void startsWithTheForm();
     void clicksSetTheChoices();
-    void writesTheFocusedRecordThroughTheSaveDialog();
-    void choicesOutliveTheOpeningAndTheFile();
+    void mergesTheFocusedRecordWithTheChoicesMade();
 };
 
 void TestMergeDialog::startsWithTheForm()
@@ -85,8 +85,11 @@ void TestMergeDialog::startsWithTheForm()
     QVERIFY(dialog.isModal());
     QVERIFY(!(dialog.windowFlags() & Qt::WindowContextHelpButtonHint));
     QCOMPARE(dialog.size(), QSize(413, 319));
-    QStringList texts{dialog.findChild<QGroupBox *>("groupBox")->title(), dialog.findChild<QGroupBox *>("groupBox_2")->title()};
-    for (const char *name : {"radioButton", "radioButton_2", "radioButton_3", "checkBox_2", "checkBox", "pushButton", "pushButton_2"})
+    QStringList texts;
+    for (const char *name : {"groupBox", "groupBox_2"})
+        texts << dialog.findChild<QGroupBox *>(name)->title();
+    for (const char *name :
+         {"radioButton", "radioButton_2", "radioButton_3", "checkBox_2", "checkBox", "pushButton", "pushButton_2"})
         texts << Button(&dialog, name)->text();
     QCOMPARE(texts, QStringList({"Rows to Merge:", "Other Options:", "Flagged rows only ", "Unflagged rows only ",
                                  "All rows ", "Include hidden rows ", "Transpose rows and columns in the merged file",
@@ -116,21 +119,43 @@ void TestMergeDialog::clicksSetTheChoices()
     QCOMPARE(Values(dialog), QString("2 0 0"));
 }
 
-// With two files selected the record in focus is the combined one.
-void TestMergeDialog::writesTheFocusedRecordThroughTheSaveDialog()
+// Only clicks change the choices. "Flagged rows only " chosen while a
+// combined view had flags stays in force once they are gone with the view,
+// and "All rows " then only looks pressed: the rebuilt combined record goes
+// out as its titles alone, transposed.
+void TestMergeDialog::mergesTheFocusedRecordWithTheChoicesMade()
 {
     WindowDriver driver;
     auto *dialog = driver.Window().findChild<MergeDialog *>();
+    auto *mergeButton = driver.Find<QPushButton>("mergeButton");
     QVERIFY(QMetaObject::invokeMethod(&driver.Window(), "OpenMergeDialog"));
     QVERIFY(!dialog->isVisible());
 
-    const QString first = driver.Write("stroop.txt", Blocks("Stroop", "2026-03-01", 1));
-    driver.AddFiles({first, driver.Write("flanker.txt", Blocks("Flanker", "2026-03-02", 2))});
+    const QString first = driver.Write("a.txt", Blocks(6));
+    const DataFileBuilder withHand = DataFileBuilder()
+                                         .Titles({"Block", "Error", "Reaction", ""}, {"Name", "Code", "Time", "Hand"})
+                                         .Row({"B9", "C", "300", "left"});
+    driver.AddFiles({first, driver.Write("b.txt", withHand)});
     driver.ClickRows({0, 1});
-    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
-    QVERIFY(dialog->isVisible());
-    driver.Catcher().Clear();
+    auto *table = driver.Find<QTableView>("rawDataView");
+    WindowDriver::ClickCell(table, 0, 0);
+    WindowDriver::ClickCell(table, 1, 0);
+    WindowDriver::ClickCell(table, 6, 2);
+    driver.Find<QAction>("actionHide_Selected_Rows")->trigger();
+    QTest::mouseClick(mergeButton, Qt::LeftButton);
+    QCOMPARE(Choices(dialog), QString("o(2) o(4) x(6) o(1) o"));
+    for (const char *name : {"radioButton", "checkBox_2", "checkBox", "pushButton"})
+        Click(dialog, name);
+    QVERIFY(!dialog->isVisible());
 
+    driver.ClickRows({0, 1});
+    QTest::mouseClick(mergeButton, Qt::LeftButton);
+    QCOMPARE(Choices(dialog), QString("-x -o ov -o x"));
+    for (const char *name : {"radioButton_2", "checkBox_2"})
+        Click(dialog, name); // disabled: no effect
+    QCOMPARE(Values(*dialog), QString("0 1 1"));
+
+    driver.Catcher().Clear();
     driver.Catcher().QueueFileAnswer({});
     Click(dialog, "pushButton_2");
     QCOMPARE(driver.Catcher().FileDialogs(),
@@ -139,47 +164,13 @@ void TestMergeDialog::writesTheFocusedRecordThroughTheSaveDialog()
     QVERIFY(dialog->isVisible());
 
     // A longer file of that name is replaced whole.
-    const QString output = driver.Write("merged.txt", Blocks("Old", "D", 100));
+    const QString output = driver.Write("merged.txt", Blocks(100));
     driver.Catcher().QueueFileAnswer({output});
     driver.Catcher().QueueMessageAnswer(QMessageBox::Yes);
     Click(dialog, "pushButton_2");
-    QCOMPARE(Contents(output), QByteArray("\n{ Stroop & Flanker }\n{ 2026-03-012026-03-02  }\n\n"
-                                          "Block\tError\tReaction\nName\tCode\tTime\nB1\tC\t300\t\nB1\tC\t300\t\nB2\tC\t301\t\n"));
+    QCOMPARE(Contents(output), QByteArray("Block Name\t\nError Code\t\nReaction Time\t\nHand\t"));
     QCOMPARE(driver.Catcher().Messages().last(), "Talvox Zephlane|Data successfully written to " + output + ".");
     QVERIFY(!dialog->isVisible());
-}
-
-// Only clicks change the choices, so "Flagged rows only " chosen for one
-// file stays in force for the next, which has no flags and shows "All rows "
-// merely pressed down: its merged file holds the titles alone.
-void TestMergeDialog::choicesOutliveTheOpeningAndTheFile()
-{
-    WindowDriver driver;
-    auto *dialog = driver.Window().findChild<MergeDialog *>();
-    driver.AddFiles({driver.Write("a.txt", Blocks("A", "D", 6)), driver.Write("b.txt", Blocks("B", "D", 2))});
-    driver.ClickRows({0});
-    auto *table = driver.Find<QTableView>("rawDataView");
-    for (const int row : {0, 1, 2})
-        WindowDriver::ClickCell(table, row, 0);
-    WindowDriver::ClickCell(table, 5, 2);
-    driver.Find<QAction>("actionHide_Selected_Rows")->trigger();
-
-    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
-    QCOMPARE(Choices(dialog), QString("o(3) o(2) x(5) o(1) o"));
-    for (const char *name : {"radioButton", "checkBox_2", "checkBox"})
-        Click(dialog, name);
-    Click(dialog, "pushButton");
-    QVERIFY(!dialog->isVisible());
-
-    driver.ClickRows({1});
-    QTest::mouseClick(driver.Find<QPushButton>("mergeButton"), Qt::LeftButton);
-    QCOMPARE(Choices(dialog), QString("-x -o ov -o x"));
-    for (const char *name : {"radioButton_2", "checkBox_2"})
-        Click(dialog, name); // disabled: no effect
-    QCOMPARE(Values(*dialog), QString("0 1 1"));
-    driver.Catcher().QueueFileAnswer({driver.Path("merged.txt")});
-    Click(dialog, "pushButton_2");
-    QCOMPARE(Contents(driver.Path("merged.txt")), QByteArray("Block Name\t\nError Code\t\nReaction Time\t"));
 }
 
 ZEPHLANE_TEST_MAIN(TestMergeDialog)

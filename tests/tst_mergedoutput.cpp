@@ -59,8 +59,9 @@ void TestMergedOutput::choosesRows_data()
     QTest::addColumn<QByteArray>("expected");
     const QVector<int> none;
     QTest::newRow("flagged only") << QVector<int>{1, 3} << none << 0 << false << false << Plain({1, 3});
-    QTest::newRow("flagged only, transposed") << QVector<int>{1, 3} << none << 0 << false << true
-                                              << QByteArray("Row\tr1\tr3\t\nError Code\tC\tC\t\nReaction Time\t301\t303\t");
+    QTest::newRow("flagged only, transposed")
+        << QVector<int>{1, 3} << none << 0 << false << true
+        << QByteArray("Row\tr1\tr3\t\nError Code\tC\tC\t\nReaction Time\t301\t303\t");
     QTest::newRow("unflagged only") << QVector<int>{1, 3} << none << 1 << false << false
                                     << Plain({0, 2, 4, 5, 6, 7, 8, 9});
     QTest::newRow("all rows") << QVector<int>{1, 3} << none << 2 << false << false
@@ -111,7 +112,8 @@ void TestMergedOutput::writesTwoCombinedExperiments()
                                       .Titles({"Block", "Error", "Reaction"}, {"Name", "Code", "Time"})
                                       .Row({"B1", "C", "300"}).Row({"B1", "SC", "350"}));
     const auto second = files.Open(DataFileBuilder().Experiment("Flanker").Date("2026-03-02")
-                                       .Titles({"Hand", "Block", "Error", "Reaction"}, {"(Trial Variable)", "Name", "Code", "Time"})
+                                       .Titles({"Hand", "Block", "Error", "Reaction"},
+                                               {"(Trial Variable)", "Name", "Code", "Time"})
                                        .Row({"left", "B2", "E", "400"}));
     DataFile combined;
     combined.CopyFrom(*first);

@@ -38,7 +38,8 @@ void TestResources::everyImageLoadsAtItsSize_data()
                              ":/img/talvox.png"})
         add(path, 0, 0);
     add(":/img/warning_blue_w16.png", 16, 0);
-    for (const char *name : {"new_std", "new_pressed", "delete_std", "delete_disabled", "delete_hover", "delete_pressed"})
+    for (const char *name :
+         {"new_std", "new_pressed", "delete_std", "delete_disabled", "delete_hover", "delete_pressed"})
         add(QStringLiteral(":/img/icon_lb_%1.png").arg(name), 28, 22);
     for (const char *state : {"std", "hover", "pressed"})
         add(QStringLiteral(":/img/icon_cloud_options_%1.png").arg(state), 50, 28);
