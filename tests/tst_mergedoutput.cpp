@@ -73,8 +73,8 @@ void TestMergedOutput::choosesRows_data()
     QTest::newRow("hidden rows included up to the stop")
         << none << QVector<int>{2, 8, 9} << 2 << true << false << Plain({0, 1, 2, 3, 4, 5, 6});
     // Flags are read by file row, whichever row now shows at that number.
-    QTest::newRow("unflagged only, hidden rows included") << QVector<int>{1, 3} << QVector<int>{0, 9} << 1 << true << false
-                                       << Plain({0, 2, 4, 5, 6, 7});
+    QTest::newRow("unflagged only, hidden rows included")
+        << QVector<int>{1, 3} << QVector<int>{0, 9} << 1 << true << false << Plain({0, 2, 4, 5, 6, 7});
 }
 
 void TestMergedOutput::choosesRows()
@@ -112,7 +112,10 @@ void TestMergedOutput::writesTwoCombinedExperiments()
     const auto second = files.Open(DataFileBuilder().Experiment("Flanker").Date("2026-03-02")
                                        .Titles({"Hand", "Block", "Error", "Reaction"},
                                                {"(Trial Variable)", "Name", "Code", "Time"})
-                                       .Row({"left", "B2", "E", "400"}));
+                                       .Row({"left", "B2", "E", "400"}).Row({"right", "B3", "C", "450"})
+                                       .Row({"left", "B4", "C", "500"}));
+    // B3 stays hidden at its new number; B4 lies beyond the stop.
+    second->GetMainModel().HideRows({1});
     DataFile combined;
     combined.CopyFrom(*first);
     combined.Combine(*second);
