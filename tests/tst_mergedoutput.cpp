@@ -68,7 +68,8 @@ void TestMergedOutput::choosesRows_data()
     QTest::newRow("no flagged row, transposed") << none << none << 0 << false << true
                                                 << QByteArray("Row\t\nError Code\t\nReaction Time\t");
     // Seven rows shown: file rows 0 to 6 are visited, 7 to 9 never go out.
-    QTest::newRow("hidden rows left out") << none << QVector<int>{2, 8, 9} << 2 << false << false
+    // -1, no choice made yet, also means all rows.
+    QTest::newRow("hidden rows left out") << none << QVector<int>{2, 8, 9} << -1 << false << false
                                           << Plain({0, 1, 3, 4, 5, 6});
     QTest::newRow("hidden rows included up to the stop")
         << none << QVector<int>{2, 8, 9} << 2 << true << false << Plain({0, 1, 2, 3, 4, 5, 6});
