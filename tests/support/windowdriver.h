@@ -4,6 +4,7 @@
 #include "mainwindow.h"
 #include "modalcatcher.h"
 
+#include <QAction>
 #include <QListWidget>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -12,7 +13,8 @@
 
 // Drives a shown MainWindow the way a user does: files written into a
 // temporary directory and added through "Add Files...", list rows clicked,
-// message boxes and file dialogs answered by a ModalCatcher.
+// message boxes and file dialogs answered by a ModalCatcher. It also reads
+// back what the window shows, as text that a test compares in one go.
 class WindowDriver
 {
 public:
@@ -22,31 +24,50 @@ public:
     MainWindow &Window() { return *window; }
     ModalCatcher &Catcher() { return catcher; }
     QString Path(const QString &name) const { return dir.filePath(name); }
-    QString Write(const QString &name, const DataFileBuilder &builder) const;
+    QString Write(const QString &name, const DataFileBuilder &builder) const { return builder.Write(Path(name)); }
 
     template <typename T>
     T *Find(const QString &name) const
     {
         return window->findChild<T *>(name);
     }
+    QTableView *Raw() const { return Find<QTableView>(QStringLiteral("rawDataView")); }
+    QTableView *Sections() const { return Find<QTableView>(QStringLiteral("sectionDataView")); }
+    void Trigger(const QString &action) { Find<QAction>(action)->trigger(); }
 
     // Through the file dialog of "Add Files..."; messages seen stay recorded.
     void AddFiles(const QStringList &paths);
-    // Clicks the rows of the local list, holding Ctrl after the first.
-    void ClickRows(const QList<int> &rows);
-    void ClickRows(QListWidget *list, const QList<int> &rows);
+    // Writes the file under a name of its own and adds it.
+    void Open(const DataFileBuilder &builder);
+    // Clicks the rows of a list (the local one by default), holding Ctrl after the first.
+    void ClickRows(const QList<int> &rows, QListWidget *list = nullptr);
+    void Click(const QString &button);
+    void ShowTab(int index);
 
     // Clicks a cell or a column header of a table, scrolling it into view first.
     static void ClickCell(QTableView *view, int row, int column, Qt::MouseButton button = Qt::LeftButton,
                           Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    static void ClickHeader(QTableView *view, int column, Qt::MouseButton button = Qt::LeftButton);
+    static void ClickHeader(QTableView *view, int column);
+
+    // The raw table's column, top to bottom.
+    QStringList Column(int column) const;
+    // The general summary row by row, cells joined by "|".
+    QStringList Summary() const;
+    // The experiment shown (or "Different experiments") and the file count line, joined by "|".
+    QString FileInfo() const;
+    // 1 or 0 for each command that follows the file and the tab, in four
+    // groups: Remove, Merge, Select All and the two buttons; the ten row and
+    // column actions that a tab change switches; Flag Selection; Copy and
+    // Row Colors.
+    QString ActionStates() const;
 
     // A small file of the product's columns for `experiment`, with `trials`
-    // correct rows in one block.
+    // correct rows in one block, reaction times 400, 401 and on.
     static DataFileBuilder Stroop(const QString &experiment, int trials);
 
 private:
     QTemporaryDir dir;
     ModalCatcher catcher;
     std::unique_ptr<MainWindow> window;
+    int written = 0;
 };
