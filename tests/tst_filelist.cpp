@@ -3,15 +3,12 @@
 // combined selections, removing files, and the state in which the record
 // that had the focus is gone.
 
-#include "testenvironment.h"
 #include "windowdriver.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QMimeData>
 #include <QStackedWidget>
-#include <QTest>
 
 namespace {
 
@@ -40,16 +37,18 @@ class TestFileList : public QObject
     std::unique_ptr<WindowDriver> driver;
 
     QListWidget *List(const char *name = "fileNamesList") const { return driver->Find<QListWidget>(name); }
-    QString File(const QString &name, const QString &experiment, int trials)
-    {
-        return driver->Write(name, WindowDriver::Stroop(experiment, trials));
-    }
+    // The local list, then what the window says of the file in focus.
+    QString Shown() const { return Names(List()) + ' ' + driver->FileInfo(); }
 
-    // Stroop 2 rows, Stroop 3, Flanker 4, Stroop 5, Simon 6.
-    void OpenFive()
+    // Writes files given as "name experiment rows", such as "a Stroop 2, b Flanker 3", as a.txt and b.txt.
+    QStringList Files(const QString &list)
     {
-        driver->AddFiles({File("a.txt", "Stroop", 2), File("b.txt", "Stroop", 3), File("c.txt", "Flanker", 4),
-                          File("d.txt", "Stroop", 5), File("e.txt", "Simon", 6)});
+        QStringList paths;
+        for (const QString &file : list.split(", ")) {
+            const QStringList parts = file.split(' ');
+            paths.append(driver->Write(parts[0] + ".txt", WindowDriver::Stroop(parts[1], parts[2].toInt())));
+        }
+        return paths;
     }
 
     // As in a real drag, the drop reaches the window only if it accepted the entry.
@@ -67,8 +66,9 @@ class TestFileList : public QObject
     {
         MainWindow &window = driver->Window();
         WindowDriver::ClickCell(driver->Raw(), 0, 0);
+        const QStringList skipped = {"actionRemove_Selected_Files", "actionTalvox_On_The_Web"};
         for (QAction *action : window.findChildren<QAction *>()) {
-            if (!action->menu() && !QStringList({"actionRemove_Selected_Files", "actionTalvox_On_The_Web"}).contains(action->objectName()))
+            if (!action->menu() && !skipped.contains(action->objectName()))
                 action->trigger();
         }
         for (const char *slot : {"UpdateBottomInfo", "ShowContextMenu", "OutputMergedData"})
@@ -89,24 +89,22 @@ private slots:
 
     void addedFilesTakeTheFocus()
     {
-        driver->AddFiles({File("a.txt", "Stroop", 2)});
-        QCOMPARE(Names(List()) + " / " + Names(List("list_cloud_filenames")), "[a.txt] / [a.txt]");
+        driver->AddFiles(Files("a Stroop 2"));
+        QCOMPARE(Names(List("list_cloud_filenames")) + ' ' + Shown(),
+                 "[a.txt] [a.txt] Stroop|1 file containing 2 rows");
         QCOMPARE(driver->Find<QStackedWidget>("stack_local_or_cloud_info")->currentIndex(), 1);
-        QCOMPARE(driver->FileInfo(), "Stroop|1 file containing 2 rows");
         QCOMPARE(driver->Column(12), QStringList({"400", "401"}));
         QCOMPARE(driver->ActionStates(), "11111 1111111111 0 11");
-
-        driver->AddFiles({File("b.txt", "Flanker", 4), File("c.txt", "Simon", 5)});
-        QCOMPARE(Names(List()), "a.txt [b.txt] c.txt");
+        driver->AddFiles(Files("b Flanker 4, c Simon 5"));
+        QCOMPARE(Shown(), "a.txt [b.txt] c.txt Flanker|1 file containing 4 rows");
         // A click on the empty area of the local list clears its selection and nothing else.
-        QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, List()->viewport()->height() - 5));
-        QCOMPARE(Names(List()) + " " + driver->FileInfo(), "a.txt b.txt c.txt Flanker|1 file containing 4 rows");
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, {}, QPoint(10, List()->viewport()->height() - 5));
+        QCOMPARE(Shown(), "a.txt b.txt c.txt Flanker|1 file containing 4 rows");
 
         // The dialog opens again where the files came from; cancelled, it adds nothing.
-        driver->Catcher().Clear();
         QVERIFY(driver->Window().OpenFiles());
-        QCOMPARE(driver->Catcher().FileDialogs(), QStringList("Select Files to Add|" + QFileInfo(driver->Path("a.txt"))
-                                                                                          .absolutePath() + "|Text (*.txt)"));
+        QCOMPARE(driver->Catcher().FileDialogs().last(),
+                 "Select Files to Add|" + QFileInfo(driver->Path("a.txt")).absolutePath() + "|Text (*.txt)");
         QCOMPARE(List()->count(), 3);
     }
 
@@ -126,86 +124,82 @@ private slots:
     {
         QFETCH(QStringList, names);
         QFETCH(QString, message);
-        driver->AddFiles({File("open.txt", "Stroop", 2)});
-        File("new.txt", "Flanker", 3);
+        driver->AddFiles(Files("open Stroop 2"));
+        Files("new Flanker 3");
         QFile notes(driver->Path("notes.txt"));
         QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("Shopping list\nmilk\n") > 0);
         notes.close();
-        driver->Catcher().Clear();
         for (QString &name : names)
             name = driver->Path(name);
         QVERIFY(!driver->Window().OpenFiles(names));
         QCOMPARE(driver->Catcher().Messages(), QStringList(message));
-        QCOMPARE(Names(List()) + " / " + Names(List("list_cloud_filenames")), "[open.txt] / [open.txt]");
-        QCOMPARE(driver->FileInfo(), "Stroop|1 file containing 2 rows");
+        QCOMPARE(Names(List("list_cloud_filenames")) + ' ' + Shown(),
+                 "[open.txt] [open.txt] Stroop|1 file containing 2 rows");
     }
 
     void droppedUrlsAreOpenedWithoutMovingTheDirectory()
     {
-        driver->AddFiles({File("a.txt", "Stroop", 2)});
+        driver->AddFiles(Files("a Stroop 2"));
         QMimeData text;
         text.setText("a.txt");
         QVERIFY(!Drop(text));
         QVERIFY(QDir(driver->Path("")).mkdir("dropped"));
         QMimeData urls;
-        urls.setUrls({QUrl::fromLocalFile(File("dropped/b.txt", "Flanker", 3)),
-                      QUrl::fromLocalFile(File("dropped/c.txt", "Simon", 4))});
+        urls.setUrls({QUrl::fromLocalFile(Files("dropped/b Flanker 3")[0]),
+                      QUrl::fromLocalFile(Files("dropped/c Simon 4")[0])});
         QVERIFY(Drop(urls));
         QCOMPARE(Names(List()), "a.txt [b.txt] c.txt");
         // Only a list that the dialog gave moves the dialog's directory.
         driver->AddFiles({});
-        QCOMPARE(driver->Catcher().FileDialogs().last().section('|', 1, 1), QFileInfo(driver->Path("a.txt")).absolutePath());
+        QCOMPARE(driver->Catcher().FileDialogs().last().section('|', 1, 1),
+                 QFileInfo(driver->Path("a.txt")).absolutePath());
     }
 
     void focusFollowsTheSelection_data()
     {
         QTest::addColumn<QList<int>>("rows");
         QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("lastTime");
-        QTest::newRow("one file") << QList<int>{2} << "Flanker|1 file containing 4 rows" << "403";
-        QTest::newRow("one experiment") << QList<int>{0, 3, 1} << "Stroop|3 files containing 10 rows" << "402";
-        QTest::newRow("one different") << QList<int>{0, 1, 2} << "Different experiments|3 files containing 9 rows" << "403";
+        QTest::newRow("one file") << QList<int>{2} << "Flanker|1 file containing 4 rows, last 403";
+        QTest::newRow("same") << QList<int>{0, 3, 1} << "Stroop|3 files containing 10 rows, last 402";
+        QTest::newRow("mixed") << QList<int>{0, 1, 2} << "Different experiments|3 files containing 9 rows, last 403";
         // A later file of the first experiment does not bring the name back.
-        QTest::newRow("first again") << QList<int>{0, 2, 3} << "Different experiments|3 files containing 11 rows" << "404";
+        QTest::newRow("again") << QList<int>{0, 2, 3} << "Different experiments|3 files containing 11 rows, last 404";
         // Files are combined in the order they were selected.
-        QTest::newRow("selection order") << QList<int>{4, 2} << "Different experiments|2 files containing 10 rows" << "403";
+        QTest::newRow("order") << QList<int>{4, 2} << "Different experiments|2 files containing 10 rows, last 403";
     }
 
+    // From a combined view of two experiments to the rows clicked.
     void focusFollowsTheSelection()
     {
         QFETCH(QList<int>, rows);
         QFETCH(QString, shown);
-        QFETCH(QString, lastTime);
-        OpenFive();
+        driver->AddFiles(Files("a Stroop 2, b Stroop 3, c Flanker 4, d Stroop 5, e Simon 6"));
         driver->ClickRows({1, 2});
         driver->ClickRows(rows);
-        QCOMPARE(driver->FileInfo(), shown);
-        QCOMPARE(driver->Column(12).last(), lastTime);
+        QCOMPARE(driver->FileInfo() + ", last " + driver->Column(12).last(), shown);
     }
 
     void addingToACombinedViewSkipsOneNewFile_data()
     {
-        QTest::addColumn<QStringList>("added");
+        QTest::addColumn<QString>("added");
         QTest::addColumn<QString>("names");
         QTest::addColumn<int>("columns");
         // The new rows are counted with the combined record still there, so the
         // second new file takes the focus, and the removal after it takes that file.
-        QTest::newRow("two new files") << QStringList({"d.txt", "e.txt"}) << "a.txt b.txt c.txt [d.txt]" << 17;
+        QTest::newRow("two new files") << "d Simon 5, e Simon 5" << "a.txt b.txt c.txt [d.txt]" << 17;
         // The combined record, which had the focus, is dropped and nothing takes
         // its place: the blank grid shows, and the removal finds nothing to remove.
-        QTest::newRow("one new file") << QStringList("d.txt") << "a.txt b.txt c.txt d.txt" << 50;
+        QTest::newRow("one new file") << "d Simon 5" << "a.txt b.txt c.txt d.txt" << 50;
     }
 
     void addingToACombinedViewSkipsOneNewFile()
     {
-        QFETCH(QStringList, added);
+        QFETCH(QString, added);
         QFETCH(QString, names);
         QFETCH(int, columns);
-        driver->AddFiles({File("a.txt", "Stroop", 2), File("b.txt", "Stroop", 3), File("c.txt", "Flanker", 4)});
+        driver->AddFiles(Files("a Stroop 2, b Stroop 3, c Flanker 4"));
         driver->ClickRows({0, 2});
-        for (QString &name : added)
-            name = File(name, "Simon", 5);
-        driver->AddFiles(added);
+        driver->AddFiles(Files(added));
         driver->Click("minusButton");
         QCOMPARE(Names(List()), names);
         QCOMPARE(driver->Raw()->model()->columnCount(), columns);
@@ -216,46 +210,31 @@ private slots:
         QCOMPARE(driver->FileInfo(), "Different experiments|2 files containing 8 rows");
     }
 
-    void removingFilesFocusesTheRowAbove_data()
+    // The row above the first one removed, or the new first row, takes the
+    // focus; a combined selection goes with its files, down to none.
+    void removingFilesDownToNone()
     {
-        QTest::addColumn<QList<int>>("rows");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("middle") << QList<int>{2} << "a.txt [b.txt] d.txt e.txt Stroop|1 file containing 3 rows";
-        QTest::newRow("first") << QList<int>{0} << "[b.txt] c.txt d.txt e.txt Stroop|1 file containing 3 rows";
-        QTest::newRow("combined") << QList<int>{0, 1} << "[c.txt] d.txt e.txt Flanker|1 file containing 4 rows";
-    }
-
-    void removingFilesFocusesTheRowAbove()
-    {
-        QFETCH(QList<int>, rows);
-        QFETCH(QString, shown);
-        OpenFive();
-        driver->ClickRows(rows);
+        driver->AddFiles(Files("a Stroop 2, b Stroop 3, c Flanker 4, d Stroop 5"));
+        driver->ClickRows({2});
         driver->Click("minusButton");
-        QCOMPARE(Names(List()) + " " + driver->FileInfo(), shown);
-    }
-
-    void removingEveryFileLeavesTheBlankGrid()
-    {
-        driver->AddFiles({File("a.txt", "Stroop", 2), File("b.txt", "Stroop", 3)});
+        QCOMPARE(Shown(), "a.txt [b.txt] d.txt Stroop|1 file containing 3 rows");
+        driver->ClickRows({0});
+        driver->Click("minusButton");
+        QCOMPARE(Shown(), "[b.txt] d.txt Stroop|1 file containing 3 rows");
         driver->ClickRows({0, 1});
         driver->Trigger("actionRemove_Selected_Files");
-        QCOMPARE(List()->count(), 0);
-        QCOMPARE(driver->FileInfo(), "(none)|No files selected");
+        QCOMPARE(Shown() + ' ' + driver->ActionStates(), " (none)|No files selected 00000 0000000000 0 11");
         QCOMPARE(driver->Find<QStackedWidget>("stack_local_or_cloud_info")->currentIndex(), 0);
-        QCOMPARE(driver->ActionStates(), "00000 0000000000 0 11");
         UseEveryCommand();
         const QAbstractItemModel *blank = driver->Raw()->model();
         QCOMPARE(QSize(blank->columnCount(), blank->rowCount()), QSize(50, 50));
-        driver->AddFiles({File("f.txt", "Simon", 7)});
-        QCOMPARE(driver->FileInfo() + " " + driver->ActionStates(), "Simon|1 file containing 7 rows 11111 1111111111 0 11");
     }
 
     // Removing works on the local list alone: the cloud list keeps the names
     // until it is rebuilt, and a click on such a name reaches no record.
     void cloudListKeepsRemovedNamesAndItsSelection()
     {
-        driver->AddFiles({File("a.txt", "Stroop", 2), File("b.txt", "Flanker", 3), File("c.txt", "Simon", 4)});
+        driver->AddFiles(Files("a Stroop 2, b Flanker 3, c Simon 4"));
         driver->ClickRows({2});
         driver->Find<QTabWidget>("tab_cloud_or_local_files")->setCurrentIndex(0);
         driver->Find<QStackedWidget>("stack_cloud")->setCurrentIndex(1);
@@ -263,12 +242,11 @@ private slots:
         driver->Trigger("actionRemove_Selected_Files");
         driver->ClickRows({1}, cloud);
         driver->ClickRows({2}, cloud);
-        QCOMPARE(Names(List()) + " / " + Names(cloud), "a.txt [b.txt] / a.txt b.txt [c.txt]");
-        QCOMPARE(driver->FileInfo(), "Flanker|1 file containing 3 rows");
+        QCOMPARE(Names(cloud) + ' ' + Shown(), "a.txt b.txt [c.txt] a.txt [b.txt] Flanker|1 file containing 3 rows");
         // A press or a double click on the empty area keeps the selection.
         const QPoint below(10, cloud->viewport()->height() - 5);
-        QTest::mouseClick(cloud->viewport(), Qt::LeftButton, Qt::NoModifier, below);
-        QTest::mouseDClick(cloud->viewport(), Qt::LeftButton, Qt::NoModifier, below);
+        QTest::mouseClick(cloud->viewport(), Qt::LeftButton, {}, below);
+        QTest::mouseDClick(cloud->viewport(), Qt::LeftButton, {}, below);
         QCOMPARE(Names(cloud), "a.txt b.txt [c.txt]");
         driver->ClickRows({0, 2}, cloud);
         QCOMPARE(driver->Column(12), QStringList({"400", "401"}));
@@ -280,7 +258,7 @@ private slots:
     {
         const QAction *copy = driver->Find<QAction>("actionCopy");
         const int menu = ReceiverCount::Of(copy);
-        driver->AddFiles({File("a.txt", "Stroop", 2), File("b.txt", "Flanker", 3)});
+        driver->AddFiles(Files("a Stroop 2, b Flanker 3"));
         // Both lists select the new row, and each selection moves the focus.
         QCOMPARE(ReceiverCount::Of(copy), menu + 2);
         driver->ClickRows({1});

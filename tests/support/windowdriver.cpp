@@ -1,12 +1,9 @@
 #include "windowdriver.h"
 
-#include "tablecontents.h"
-
 #include <QHeaderView>
 #include <QLabel>
 #include <QStackedWidget>
 #include <QTableWidget>
-#include <QTest>
 
 WindowDriver::WindowDriver()
     : window(std::make_unique<MainWindow>())
@@ -62,7 +59,8 @@ void WindowDriver::ClickHeader(QTableView *view, int column)
 {
     view->scrollTo(view->model()->index(0, column));
     QHeaderView *header = view->horizontalHeader();
-    const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
+    const int x = header->sectionViewportPosition(column) + header->sectionSize(column) / 2;
+    const QPoint centre(x, header->height() / 2);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
 }
 
@@ -71,13 +69,14 @@ QStringList WindowDriver::Column(int column) const
     return TableContents::Column(*Raw()->model(), column);
 }
 
-QStringList WindowDriver::Summary() const
+QString WindowDriver::Summary() const
 {
     const QTableWidget *table = Find<QTableWidget>(QStringLiteral("generalTable"));
     QStringList rows;
     for (int row = 0; row < table->rowCount(); ++row)
-        rows.append(table->item(row, 0)->text() + '|' + table->item(row, 1)->text() + '|' + table->item(row, 2)->text());
-    return rows;
+        rows.append(table->item(row, 0)->text() + '|' + table->item(row, 1)->text() + '|' +
+                    table->item(row, 2)->text());
+    return rows.join(", ");
 }
 
 QString WindowDriver::FileInfo() const
@@ -107,5 +106,17 @@ DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
     for (int i = 0; i < trials; ++i)
         builder.Trial(QStringLiteral("Practice"), QStringLiteral("T%1").arg(i + 1), QStringLiteral("C"),
                       QString::number(400 + i));
+    return builder;
+}
+
+DataFileBuilder WindowDriver::Trials(const QString &trials)
+{
+    DataFileBuilder builder;
+    builder.ProductTitles();
+    for (const QString &trial : trials.split(QStringLiteral(", "))) {
+        const QStringList cells = trial.split(' ');
+        builder.Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3),
+                      cells.value(4, QStringLiteral("congruent")), cells.value(5, QStringLiteral("left")));
+    }
     return builder;
 }

@@ -3,18 +3,23 @@
 #include "datafilebuilder.h"
 #include "mainwindow.h"
 #include "modalcatcher.h"
+#include "tablecontents.h"
+#include "testenvironment.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QListWidget>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <memory>
 
 // Drives a shown MainWindow the way a user does: files written into a
 // temporary directory and added through "Add Files...", list rows clicked,
 // message boxes and file dialogs answered by a ModalCatcher. It also reads
-// back what the window shows, as text that a test compares in one go.
+// back what the window shows, as text that a test compares in one go. Its
+// header brings what a window test needs.
 class WindowDriver
 {
 public:
@@ -51,8 +56,8 @@ public:
 
     // The raw table's column, top to bottom.
     QStringList Column(int column) const;
-    // The general summary row by row, cells joined by "|".
-    QStringList Summary() const;
+    // The general summary, rows joined by ", " and their cells by "|".
+    QString Summary() const;
     // The experiment shown (or "Different experiments") and the file count line, joined by "|".
     QString FileInfo() const;
     // 1 or 0 for each command that follows the file and the tab, in four
@@ -64,6 +69,11 @@ public:
     // A small file of the product's columns for `experiment`, with `trials`
     // correct rows in one block, reaction times 400, 401 and on.
     static DataFileBuilder Stroop(const QString &experiment, int trials);
+    // Trials of the product's columns, given as "block trial code time
+    // [congruency [side]]" and joined by ", ".
+    static DataFileBuilder Trials(const QString &trials);
+    // Reaction times 300, 100 and 200 in blocks B2, B1 and B3; the second an error.
+    static DataFileBuilder ThreeTimes() { return Trials(QStringLiteral("B2 T1 C 300, B1 T2 E 100, B3 T3 C 200")); }
 
 private:
     QTemporaryDir dir;
