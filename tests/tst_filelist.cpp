@@ -126,9 +126,7 @@ private slots:
         QFETCH(QString, message);
         driver->AddFiles(Files("open Stroop 2"));
         Files("new Flanker 3");
-        QFile notes(driver->Path("notes.txt"));
-        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write("Shopping list\nmilk\n") > 0);
-        notes.close();
+        driver->Write("notes.txt", DataFileBuilder().Titles({"Shopping list"}, {"milk"}));
         for (QString &name : names)
             name = driver->Path(name);
         QVERIFY(!driver->Window().OpenFiles(names));
