@@ -21,11 +21,6 @@ void WindowDriver::AddFiles(const QStringList &paths)
     Trigger(QStringLiteral("actionOpen_Files"));
 }
 
-void WindowDriver::Open(const DataFileBuilder &builder)
-{
-    AddFiles({Write(QStringLiteral("data%1.txt").arg(++written), builder)});
-}
-
 void WindowDriver::ClickRows(const QList<int> &rows, QListWidget *list)
 {
     if (list == nullptr)
@@ -35,16 +30,6 @@ void WindowDriver::ClickRows(const QList<int> &rows, QListWidget *list)
         QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row)).center());
         modifiers = Qt::ControlModifier;
     }
-}
-
-void WindowDriver::Click(const QString &button)
-{
-    QTest::mouseClick(Find<QWidget>(button), Qt::LeftButton);
-}
-
-void WindowDriver::ShowTab(int index)
-{
-    Find<QTabWidget>(QStringLiteral("tabWidget"))->setCurrentIndex(index);
 }
 
 void WindowDriver::ClickCell(QTableView *view, int row, int column, Qt::MouseButton button,

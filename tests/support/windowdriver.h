@@ -43,11 +43,11 @@ public:
     // Through the file dialog of "Add Files..."; messages seen stay recorded.
     void AddFiles(const QStringList &paths);
     // Writes the file under a name of its own and adds it.
-    void Open(const DataFileBuilder &builder);
+    void Open(const DataFileBuilder &builder) { AddFiles({Write(QString("data%1.txt").arg(++written), builder)}); }
     // Clicks the rows of a list (the local one by default), holding Ctrl after the first.
     void ClickRows(const QList<int> &rows, QListWidget *list = nullptr);
-    void Click(const QString &button);
-    void ShowTab(int index);
+    void Click(const QString &button) { QTest::mouseClick(Find<QWidget>(button), Qt::LeftButton); }
+    void ShowTab(int index) { Find<QWidget>(QStringLiteral("tabWidget"))->setProperty("currentIndex", index); }
 
     // Clicks a cell or a column header of a table, scrolling it into view first.
     static void ClickCell(QTableView *view, int row, int column, Qt::MouseButton button = Qt::LeftButton,
