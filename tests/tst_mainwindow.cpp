@@ -45,7 +45,7 @@ class TestMainWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { QSettings(QStringLiteral("Talvox"), QStringLiteral("Zephlane")).clear(); }
+    void init() { QSettings("Talvox", "Zephlane").clear(); }
 
     void firstRunTakesThreeQuartersOfTheScreen()
     {
@@ -76,7 +76,7 @@ private slots:
             driver.Window().close();
         }
         // Only the first thirteen positions are stored.
-        QCOMPARE(QSettings(QStringLiteral("Talvox"), QStringLiteral("Zephlane")).allKeys().size(), 3 + 13);
+        QCOMPARE(QSettings("Talvox", "Zephlane").allKeys().size(), 3 + 13);
         MainWindow window;
         QCOMPARE(QRect(window.pos(), window.size()), QRect(40, 30, 990, 640));
         QCOMPARE(VisualOrder(window), "0 5 1 2 3 4 6");
@@ -97,7 +97,7 @@ private slots:
         QFETCH(QVariantMap, stored);
         QFETCH(QString, order);
         {
-            QSettings settings(QStringLiteral("Talvox"), QStringLiteral("Zephlane"));
+            QSettings settings("Talvox", "Zephlane");
             for (auto it = stored.cbegin(); it != stored.cend(); ++it)
                 settings.setValue("ColumnOrder/" + it.key(), it.value());
         }
