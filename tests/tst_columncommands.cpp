@@ -1,233 +1,150 @@
 // Column commands of the raw table and the two-click sorting of both
 // tables, through the headers as a user clicks them.
 
-#include "tablecontents.h"
-#include "testenvironment.h"
 #include "windowdriver.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
-#include <QTabWidget>
-#include <QTableView>
-#include <QTest>
-
-#include <memory>
 
 class TestColumnCommands : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup();
+    std::unique_ptr<WindowDriver> driver;
 
-    void flagColumnNeverSorts();
-    void clicksCycleAscendingDescendingFileOrder();
-    void cellClickCancelsPreparationOnlyOnTheRawTable();
-    void sortsNumbersAsNumbersAndTheRestAsText_data();
-    void sortsNumbersAsNumbersAndTheRestAsText();
-    void hidingTheSortedColumnRestoresFileOrder();
-    void rightClickSelectsTheColumnUnderThePointer();
-    void emptyColumnsHideAndShowAllBringsThemBack();
-    void columnMenuOnTheBlankGridDoesNoHarm();
-
-private:
-    void Open(const DataFileBuilder &builder);
-    QTableView *Raw() const { return driver->Find<QTableView>("rawDataView"); }
-    QTableView *Sections() const { return driver->Find<QTableView>("sectionDataView"); }
-    QStringList Times() const { return TableContents::Column(*Raw()->model(), 12); }
-    QIcon SortIcon(QTableView *view, int column) const
+    QString Times() const { return driver->Column(12).join(' '); }
+    static bool HasSortIcon(const QTableView *view, int column)
     {
-        return view->model()->headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>();
+        return !view->model()->headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>().isNull();
+    }
+    QList<int> Hidden() const
+    {
+        QList<int> hidden;
+        for (int column = 0; column < driver->Raw()->model()->columnCount(); ++column) {
+            if (driver->Raw()->isColumnHidden(column))
+                hidden << column;
+        }
+        return hidden;
     }
 
-    std::unique_ptr<WindowDriver> driver;
-    int written = 0;
+private slots:
+    void init() { driver = std::make_unique<WindowDriver>(); }
+    void cleanup() { driver.reset(); }
+
+    void headerClicksSortOnlyTheSecondTime_data()
+    {
+        QTest::addColumn<QList<int>>("headers");
+        QTest::addColumn<QString>("times");
+        QTest::addColumn<int>("widening");
+        QTest::newRow("one click") << QList<int>{12} << "300 100 200" << 0;
+        QTest::newRow("two clicks") << QList<int>{12, 12} << "100 200 300" << 25;
+        QTest::newRow("three clicks") << QList<int>{12, 12, 12} << "300 200 100" << 25;
+        // File order again, and the room for the icon given back.
+        QTest::newRow("four clicks") << QList<int>{12, 12, 12, 12} << "300 100 200" << 0;
+        QTest::newRow("flag column") << QList<int>{0, 0, 0} << "300 100 200" << 0;
+        // A cell click in between cancels the preparation; another header moves it.
+        QTest::newRow("header, cell, header") << QList<int>{12, -3, 12} << "300 100 200" << 0;
+        QTest::newRow("another header, then two") << QList<int>{12, 4, 12, 12} << "100 200 300" << 25;
+    }
+
+    // A negative entry clicks the cell of that column in the first row.
+    void headerClicksSortOnlyTheSecondTime()
+    {
+        QFETCH(QList<int>, headers);
+        QFETCH(QString, times);
+        QFETCH(int, widening);
+        driver->Open(WindowDriver::ThreeTimes());
+        const int width = driver->Raw()->columnWidth(12);
+        for (int column : headers) {
+            if (column < 0)
+                WindowDriver::ClickCell(driver->Raw(), 0, -column);
+            else
+                WindowDriver::ClickHeader(driver->Raw(), column);
+        }
+        QCOMPARE(Times(), times);
+        QCOMPARE(driver->Raw()->columnWidth(12) - width, widening);
+        QCOMPARE(HasSortIcon(driver->Raw(), headers.last()), times != "300 100 200");
+    }
+
+    // Counts 1, 0, 1 in column "C": sorted ascending, B1 with its zero comes
+    // first. The preparation is the section table's own, so a cell click in
+    // the raw table does not cancel it either.
+    void cellClickCancelsNoPreparationOnTheSectionTable()
+    {
+        driver->Open(WindowDriver::ThreeTimes());
+        driver->ShowTab(1);
+        WindowDriver::ClickHeader(driver->Sections(), 0);
+        WindowDriver::ClickCell(driver->Sections(), 0, 1);
+        driver->ShowTab(0);
+        WindowDriver::ClickCell(driver->Raw(), 0, 3);
+        driver->ShowTab(1);
+        WindowDriver::ClickHeader(driver->Sections(), 0);
+        QCOMPARE(TableContents::Rows(*driver->Sections()->model()).first(), "B1: 0 1 0 0");
+        QVERIFY(HasSortIcon(driver->Sections(), 0));
+    }
+
+    void sortsNumbersAsNumbersAndTheRestAsText_data()
+    {
+        QTest::addColumn<QStringList>("cells");
+        QTest::addColumn<QString>("ascending");
+        QTest::newRow("numbers and an empty cell") << QStringList{"10", "9", "", "100", "-1.5"} << " -1.5 9 10 100";
+        QTest::newRow("text") << QStringList{"b", "B", "a", "A"} << "A B a b";
+    }
+
+    void sortsNumbersAsNumbersAndTheRestAsText()
+    {
+        QFETCH(QStringList, cells);
+        QFETCH(QString, ascending);
+        DataFileBuilder builder;
+        builder.ProductTitles();
+        for (const QString &cell : cells)
+            builder.Trial("B1", "T1", "C", cell);
+        driver->Open(builder);
+        WindowDriver::ClickHeader(driver->Raw(), 12);
+        WindowDriver::ClickHeader(driver->Raw(), 12);
+        QCOMPARE(Times(), ascending);
+    }
+
+    // A right-click on a header selects that column alone before the menu
+    // shows; hiding the column that sorts the table restores the file order.
+    void hidingTheSortedColumnFromItsMenu()
+    {
+        driver->Open(WindowDriver::ThreeTimes());
+        WindowDriver::ClickHeader(driver->Raw(), 12);
+        WindowDriver::ClickHeader(driver->Raw(), 12);
+        const int width = driver->Raw()->columnWidth(12);
+        WindowDriver::ClickCell(driver->Raw(), 1, 10);
+        QHeaderView *header = driver->Raw()->horizontalHeader();
+        const QPoint point(header->sectionViewportPosition(12) + 4, header->height() / 2);
+        QCursor::setPos(header->viewport()->mapToGlobal(point));
+        emit header->customContextMenuRequested(point);
+        const QItemSelectionModel *selection = driver->Raw()->selectionModel();
+        QCOMPARE(selection->selectedIndexes().size(), 3);
+        QCOMPARE(selection->selectedColumns().value(0).column(), 12);
+        QMenu *menu = driver->Window().findChild<QMenu *>();
+        QVERIFY(menu->isVisible());
+        QCOMPARE(menu->actions().first()->text() + '|' + menu->actions().last()->text(),
+                 "Hide Selected Columns|Show All Columns");
+
+        menu->actions().first()->trigger();
+        QCOMPARE(Hidden(), QList<int>({12}));
+        QCOMPARE(Times(), "300 100 200");
+        QVERIFY(!HasSortIcon(driver->Raw(), 12));
+        menu->actions().last()->trigger();
+        QCOMPARE(Hidden(), QList<int>());
+        QCOMPARE(driver->Raw()->columnWidth(12), width);
+    }
+
+    // Congruency is empty in every row, Stimulus Side in one; the flag column counts as empty.
+    void emptyColumnsHideAndShowAllBringsThemBack()
+    {
+        driver->Open(WindowDriver::Trials("B1 T1 C 300  left, B1 T2 C 400  "));
+        driver->Trigger("actionHide_Empty_Columns");
+        QCOMPARE(Hidden(), QList<int>({0, 15}));
+        driver->Trigger("actionShow_All_Columns");
+        QCOMPARE(Hidden(), QList<int>());
+    }
 };
-
-void TestColumnCommands::init()
-{
-    driver = std::make_unique<WindowDriver>();
-}
-
-void TestColumnCommands::cleanup()
-{
-    driver.reset();
-}
-
-void TestColumnCommands::Open(const DataFileBuilder &builder)
-{
-    driver->AddFiles({driver->Write(QStringLiteral("data%1.txt").arg(++written), builder)});
-}
-
-namespace {
-
-DataFileBuilder ThreeTimes()
-{
-    return DataFileBuilder()
-        .ProductTitles()
-        .Trial("B2", "T1", "C", "300")
-        .Trial("B1", "T2", "E", "100")
-        .Trial("B3", "T3", "C", "200");
-}
-
-} // namespace
-
-void TestColumnCommands::flagColumnNeverSorts()
-{
-    Open(ThreeTimes());
-    WindowDriver::ClickCell(Raw(), 1, 0);
-    WindowDriver::ClickHeader(Raw(), 0);
-    WindowDriver::ClickHeader(Raw(), 0);
-    WindowDriver::ClickHeader(Raw(), 0);
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    QVERIFY(SortIcon(Raw(), 0).isNull());
-}
-
-void TestColumnCommands::clicksCycleAscendingDescendingFileOrder()
-{
-    Open(ThreeTimes());
-    const int width = Raw()->columnWidth(12);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    QVERIFY(SortIcon(Raw(), 12).isNull());
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"100", "200", "300"}));
-    QVERIFY(!SortIcon(Raw(), 12).isNull());
-    QCOMPARE(Raw()->columnWidth(12), width + 25);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"300", "200", "100"}));
-    QCOMPARE(Raw()->columnWidth(12), width + 25);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    QVERIFY(SortIcon(Raw(), 12).isNull());
-    QCOMPARE(Raw()->columnWidth(12), width);
-    // The sorting click leaves the whole column selected.
-    QCOMPARE(Raw()->selectionModel()->selectedColumns().size(), 1);
-}
-
-void TestColumnCommands::cellClickCancelsPreparationOnlyOnTheRawTable()
-{
-    Open(ThreeTimes());
-    WindowDriver::ClickHeader(Raw(), 12);
-    WindowDriver::ClickCell(Raw(), 0, 3);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    // Clicking another column moves the preparation there.
-    WindowDriver::ClickHeader(Raw(), 4);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"100", "200", "300"}));
-
-    driver->Find<QTabWidget>("tabWidget")->setCurrentIndex(1);
-    const auto names = [this] {
-        QStringList rows;
-        for (const QString &row : TableContents::Rows(*Sections()->model()))
-            rows << row.section(':', 0, 0);
-        return rows;
-    };
-    QCOMPARE(names(), QStringList({"B2", "B1", "B3"}));
-    WindowDriver::ClickHeader(Sections(), 0);
-    WindowDriver::ClickCell(Sections(), 0, 1);
-    WindowDriver::ClickHeader(Sections(), 0);
-    // Counts 1, 0, 1 in column "C": sorted ascending, the zero first.
-    QCOMPARE(names(), QStringList({"B1", "B2", "B3"}));
-    QVERIFY(!SortIcon(Sections(), 0).isNull());
-}
-
-void TestColumnCommands::sortsNumbersAsNumbersAndTheRestAsText_data()
-{
-    QTest::addColumn<QStringList>("cells");
-    QTest::addColumn<QStringList>("ascending");
-    QTest::newRow("numbers") << QStringList{"10", "9", "100", "-1.5"} << QStringList{"-1.5", "9", "10", "100"};
-    QTest::newRow("text") << QStringList{"b", "B", "a", "A"} << QStringList{"A", "B", "a", "b"};
-    QTest::newRow("empty cells beside numbers") << QStringList{"9", "", "10"} << QStringList{"", "9", "10"};
-}
-
-void TestColumnCommands::sortsNumbersAsNumbersAndTheRestAsText()
-{
-    QFETCH(QStringList, cells);
-    QFETCH(QStringList, ascending);
-    DataFileBuilder builder;
-    builder.ProductTitles();
-    for (const QString &cell : cells)
-        builder.Trial("B1", "T1", "C", cell);
-    Open(builder);
-    WindowDriver::ClickHeader(Raw(), 12);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), ascending);
-}
-
-void TestColumnCommands::hidingTheSortedColumnRestoresFileOrder()
-{
-    Open(ThreeTimes());
-    WindowDriver::ClickHeader(Raw(), 12);
-    WindowDriver::ClickHeader(Raw(), 12);
-    QCOMPARE(Times(), QStringList({"100", "200", "300"}));
-    const int width = Raw()->columnWidth(12);
-    WindowDriver::ClickCell(Raw(), 0, 12);
-    QMenu *menu = driver->Window().findChild<QMenu *>();
-    QVERIFY(menu);
-    menu->actions().first()->trigger();
-    QVERIFY(Raw()->isColumnHidden(12));
-    QCOMPARE(Times(), QStringList({"300", "100", "200"}));
-    QVERIFY(SortIcon(Raw(), 12).isNull());
-    menu->actions().last()->trigger();
-    QVERIFY(!Raw()->isColumnHidden(12));
-    QCOMPARE(Raw()->columnWidth(12), width);
-}
-
-void TestColumnCommands::rightClickSelectsTheColumnUnderThePointer()
-{
-    Open(ThreeTimes());
-    WindowDriver::ClickCell(Raw(), 1, 2);
-    QHeaderView *header = Raw()->horizontalHeader();
-    const QPoint point(header->sectionViewportPosition(3) + 4, header->height() / 2);
-    QCursor::setPos(header->viewport()->mapToGlobal(point));
-    emit header->customContextMenuRequested(point);
-    QCOMPARE(Raw()->selectionModel()->selectedColumns(), QModelIndexList({Raw()->model()->index(0, 3)}));
-    QMenu *menu = driver->Window().findChild<QMenu *>();
-    QVERIFY(menu->isVisible());
-    QCOMPARE(menu->actions().size(), 3);
-    QCOMPARE(menu->actions().first()->text(), QString("Hide Selected Columns"));
-    QVERIFY(menu->actions().at(1)->isSeparator());
-    QCOMPARE(menu->actions().last()->text(), QString("Show All Columns"));
-    menu->hide();
-}
-
-void TestColumnCommands::emptyColumnsHideAndShowAllBringsThemBack()
-{
-    Open(DataFileBuilder()
-             .Titles({"Block", "Error", "Reaction", "", "Note"}, {"Name", "Code", "Time", "Key", "Text"})
-             .Row({"B1", "C", "300", "", ""})
-             .Row({"B1", "C", "400", "", "late"}));
-    driver->Find<QAction>("actionHide_Empty_Columns")->trigger();
-    QList<int> hidden;
-    for (int column = 0; column < Raw()->model()->columnCount(); ++column)
-        if (Raw()->isColumnHidden(column))
-            hidden << column;
-    // The flag column counts as empty too.
-    QCOMPARE(hidden, QList<int>({0, 4}));
-    driver->Find<QAction>("actionShow_All_Columns")->trigger();
-    for (int column = 0; column < Raw()->model()->columnCount(); ++column)
-        QVERIFY(!Raw()->isColumnHidden(column));
-}
-
-void TestColumnCommands::columnMenuOnTheBlankGridDoesNoHarm()
-{
-    WindowDriver::ClickCell(Raw(), 2, 7);
-    QMenu *menu = driver->Window().findChild<QMenu *>();
-    menu->actions().first()->trigger();
-    QVERIFY(Raw()->isColumnHidden(7));
-    // Without a file "Show All Columns" does nothing.
-    menu->actions().last()->trigger();
-    QVERIFY(Raw()->isColumnHidden(7));
-    Open(ThreeTimes());
-    QCOMPARE(Times().size(), 3);
-}
 
 ZEPHLANE_TEST_MAIN(TestColumnCommands)
 #include "tst_columncommands.moc"

@@ -1,8 +1,9 @@
 #include "windowdriver.h"
 
-#include <QAction>
 #include <QHeaderView>
-#include <QTest>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QTableWidget>
 
 WindowDriver::WindowDriver()
     : window(std::make_unique<MainWindow>())
@@ -14,28 +15,19 @@ WindowDriver::WindowDriver()
 
 WindowDriver::~WindowDriver() = default;
 
-QString WindowDriver::Write(const QString &name, const DataFileBuilder &builder) const
-{
-    return builder.Write(Path(name));
-}
-
 void WindowDriver::AddFiles(const QStringList &paths)
 {
     catcher.QueueFileAnswer(paths);
-    Find<QAction>(QStringLiteral("actionOpen_Files"))->trigger();
+    Trigger(QStringLiteral("actionOpen_Files"));
 }
 
-void WindowDriver::ClickRows(const QList<int> &rows)
+void WindowDriver::ClickRows(const QList<int> &rows, QListWidget *list)
 {
-    ClickRows(Find<QListWidget>(QStringLiteral("fileNamesList")), rows);
-}
-
-void WindowDriver::ClickRows(QListWidget *list, const QList<int> &rows)
-{
+    if (list == nullptr)
+        list = Find<QListWidget>(QStringLiteral("fileNamesList"));
     Qt::KeyboardModifiers modifiers = Qt::NoModifier;
     for (int row : rows) {
-        const QPoint centre = list->visualItemRect(list->item(row)).center();
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, centre);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row)).center());
         modifiers = Qt::ControlModifier;
     }
 }
@@ -48,12 +40,48 @@ void WindowDriver::ClickCell(QTableView *view, int row, int column, Qt::MouseBut
     QTest::mouseClick(view->viewport(), button, modifiers, view->visualRect(index).center());
 }
 
-void WindowDriver::ClickHeader(QTableView *view, int column, Qt::MouseButton button)
+void WindowDriver::ClickHeader(QTableView *view, int column)
 {
     view->scrollTo(view->model()->index(0, column));
     QHeaderView *header = view->horizontalHeader();
-    const QPoint centre(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
-    QTest::mouseClick(header->viewport(), button, Qt::NoModifier, centre);
+    const int x = header->sectionViewportPosition(column) + header->sectionSize(column) / 2;
+    const QPoint centre(x, header->height() / 2);
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+}
+
+QStringList WindowDriver::Column(int column) const
+{
+    return TableContents::Column(*Raw()->model(), column);
+}
+
+QString WindowDriver::Summary() const
+{
+    const QTableWidget *table = Find<QTableWidget>(QStringLiteral("generalTable"));
+    QStringList rows;
+    for (int row = 0; row < table->rowCount(); ++row)
+        rows.append(table->item(row, 0)->text() + '|' + table->item(row, 1)->text() + '|' +
+                    table->item(row, 2)->text());
+    return rows.join(", ");
+}
+
+QString WindowDriver::FileInfo() const
+{
+    const QWidget *page = Find<QStackedWidget>(QStringLiteral("stack_xpt_filename"))->currentWidget();
+    return page->findChild<QLabel *>()->text() + '|' + Find<QLabel>(QStringLiteral("label_file_and_rows_info"))->text();
+}
+
+QString WindowDriver::ActionStates() const
+{
+    const QStringList names = QStringLiteral(
+        "actionRemove_Selected_Files actionMerge_Selected_Files actionSelect_All_Rows minusButton mergeButton | "
+        "actionSelect_Flagged_Rows actionSelect_Unflagged_Rows actionFlag_Special actionHide_Selected_Rows "
+        "actionHide_Flagged_Rows actionHide_Unflagged_Rows actionShow_All_Rows actionHide_Empty_Columns "
+        "actionShow_All_Columns actionRefresh_Column_Autosizing | actionFlag_Selection | actionCopy actionRow_Colors")
+        .split(' ');
+    QString states;
+    for (const QString &name : names)
+        states += name == "|" ? ' ' : Find<QObject>(name)->property("enabled").toBool() ? '1' : '0';
+    return states;
 }
 
 DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
@@ -63,5 +91,17 @@ DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
     for (int i = 0; i < trials; ++i)
         builder.Trial(QStringLiteral("Practice"), QStringLiteral("T%1").arg(i + 1), QStringLiteral("C"),
                       QString::number(400 + i));
+    return builder;
+}
+
+DataFileBuilder WindowDriver::Trials(const QString &trials)
+{
+    DataFileBuilder builder;
+    builder.ProductTitles();
+    for (const QString &trial : trials.split(QStringLiteral(", "))) {
+        const QStringList cells = trial.split(' ');
+        builder.Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3),
+                      cells.value(4, QStringLiteral("congruent")), cells.value(5, QStringLiteral("left")));
+    }
     return builder;
 }
