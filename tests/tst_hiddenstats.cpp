@@ -20,14 +20,6 @@ QStringList Hidden(const SectionModel &model)
     return records;
 }
 
-QString Counts(const SectionStats &stats)
-{
-    QStringList texts;
-    for (const double count : stats.counts)
-        texts << QString::number(count);
-    return texts.join(' ');
-}
-
 } // namespace
 
 class TestHiddenStats : public QObject
@@ -76,7 +68,7 @@ void TestHiddenStats::hidingAndShowingAll()
     const QString average = file->Overall().FormatAverageRt();
     file->HideSelectedRows(hide);
     QTEST(TableContents::Rows(file->GetSectionModel()), "blocksHidden");
-    QTEST(Counts(file->Overall()), "overallHidden");
+    QTEST(TableContents::Numbers(file->Overall().counts), "overallHidden");
     QCOMPARE(file->GetMainModel().rowCount(), rows.size() - hide.size());
     file->ShowAllRows();
     QTEST(TableContents::Rows(file->GetSectionModel()), "blocksShown");

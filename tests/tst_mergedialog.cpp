@@ -4,6 +4,7 @@
 #include "datafilebuilder.h"
 #include "mergedialog.h"
 #include "testenvironment.h"
+#include "testfiles.h"
 #include "windowdriver.h"
 
 #include <QAction>
@@ -58,12 +59,6 @@ DataFileBuilder Blocks(int rows)
     for (int row = 0; row < rows; ++row)
         builder.Row({"B" + QString::number(row + 1), "C", QString::number(300 + row)});
     return builder;
-}
-
-QByteArray Contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -170,7 +165,7 @@ void TestMergeDialog::mergesTheFocusedRecordWithTheChoicesMade()
     driver.Catcher().QueueFileAnswer({output});
     driver.Catcher().QueueMessageAnswer(QMessageBox::Yes);
     Click(dialog, "pushButton_2");
-    QCOMPARE(Contents(output), QByteArray("Block Name\t\nError Code\t\nReaction Time\t\nHand\t"));
+    QCOMPARE(ReadAll(output), QByteArray("Block Name\t\nError Code\t\nReaction Time\t\nHand\t"));
     QCOMPARE(driver.Catcher().Messages().last(), "Talvox Zephlane|Data successfully written to " + output + ".");
     QVERIFY(!dialog->isVisible());
 }

@@ -6,21 +6,12 @@
 #include "modalcatcher.h"
 #include "samplefilewriter.h"
 #include "testenvironment.h"
+#include "testfiles.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
-
-namespace {
-
-QByteArray Bytes(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 class TestSampleData : public QObject
 {
@@ -83,8 +74,8 @@ void TestSampleData::sameSeedGivesSameBytes()
         QVERIFY(SampleFileWriter(options).Write(dir.filePath(name)));
     options.seed = 2;
     QVERIFY(SampleFileWriter(options).Write(dir.filePath("c.txt")));
-    QCOMPARE(Bytes(dir.filePath("b.txt")), Bytes(dir.filePath("a.txt")));
-    QVERIFY(Bytes(dir.filePath("c.txt")) != Bytes(dir.filePath("a.txt")));
+    QCOMPARE(ReadAll(dir.filePath("b.txt")), ReadAll(dir.filePath("a.txt")));
+    QVERIFY(ReadAll(dir.filePath("c.txt")) != ReadAll(dir.filePath("a.txt")));
 }
 
 ZEPHLANE_TEST_MAIN(TestSampleData)

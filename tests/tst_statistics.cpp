@@ -17,14 +17,6 @@ QStringList Shown(SectionModel &sections, int sectionType, int dataType = 0)
     return TableContents::Rows(sections);
 }
 
-QString Numbers(const QVector<double> &values)
-{
-    QStringList texts;
-    for (const double value : values)
-        texts << QString::number(value);
-    return texts.join(' ');
-}
-
 } // namespace
 
 class TestStatistics : public QObject
@@ -71,8 +63,8 @@ void TestStatistics::countsRowsBySection()
 {
     QFETCH(QStringList, rows);
     const auto file = files.Open(DataFileBuilder().ProductTitles().Trials(rows));
-    QTEST(Numbers(file->Overall().counts), "overallCounts");
-    QTEST(Numbers(file->Overall().sums), "overallSums");
+    QTEST(TableContents::Numbers(file->Overall().counts), "overallCounts");
+    QTEST(TableContents::Numbers(file->Overall().sums), "overallSums");
     QTEST(Shown(file->GetSectionModel(), 0), "blocks");
     QTEST(Shown(file->GetSectionModel(), 1), "trials");
 }
@@ -139,7 +131,7 @@ void TestStatistics::finishAndMergeKeepTheirArithmetic()
     stats.Finish();
     QCOMPARE(stats.TotalCount(), 3);
     QCOMPARE(stats.FormatValue(0, 1), QString("66.67%"));
-    QCOMPARE(Numbers(stats.averages), QString("150.5 50 0 0"));
+    QCOMPARE(TableContents::Numbers(stats.averages), QString("150.5 50 0 0"));
     SectionStats copy = stats;
     copy.Subtract(stats);
     QCOMPARE(copy.TotalCount(), 0);
@@ -155,7 +147,7 @@ void TestStatistics::finishAndMergeKeepTheirArithmetic()
     MergeStats(into, other);
     QStringList merged;
     for (const SectionStats &record : into)
-        merged << record.name + " " + Numbers(record.counts) + " / " + Numbers(record.averages);
+        merged << record.name + " " + TableContents::Numbers(record.counts) + " / " + TableContents::Numbers(record.averages);
     QCOMPARE(merged, QStringList({"B 1 0 0 0 / 0 0 0 0", "A 0 2 0 0 / 0 30 0 0", "C 1 0 0 0 / 5 0 0 0"}));
 }
 

@@ -32,4 +32,12 @@ QStringList Titles(const QAbstractItemModel &model)
     return titles;
 }
 
+QString Numbers(const QVector<double> &values)
+{
+    QStringList texts;
+    for (const double value : values)
+        texts << QString::number(value);
+    return texts.join(' ');
+}
+
 } // namespace TableContents

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QVector>
 
 class QAbstractItemModel;
 
@@ -13,5 +14,7 @@ QStringList Rows(const QAbstractItemModel &model);
 QStringList Column(const QAbstractItemModel &model, int column);
 // The horizontal header titles, from the first column.
 QStringList Titles(const QAbstractItemModel &model);
+// Statistic values as "1 0 2.5 0".
+QString Numbers(const QVector<double> &values);
 
 } // namespace TableContents

@@ -2,6 +2,12 @@
 
 #include <QFile>
 
+QByteArray ReadAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QString TestFiles::Write(const DataFileBuilder &builder)
 {
     return builder.Write(NextPath());
@@ -30,8 +36,7 @@ QByteArray TestFiles::Merge(const DataFile &file, int rowsToMerge, bool includeH
             return QByteArray();
         file.WriteMergedFile(output, rowsToMerge, includeHiddenRows, transpose);
     }
-    QFile written(path);
-    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+    return ReadAll(path);
 }
 
 QString TestFiles::NextPath()

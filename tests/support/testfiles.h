@@ -7,6 +7,9 @@
 
 #include <memory>
 
+// The bytes of a file, or none if it cannot be read.
+QByteArray ReadAll(const QString &path);
+
 // Writes test data files into a temporary directory of its own, each under
 // a new name, and opens them as the program does.
 class TestFiles
