@@ -6,8 +6,6 @@
 #include "mainmodel.h"
 
 #include <cstring>
-#include <map>
-#include <set>
 #include <string_view>
 #include <unordered_map>
 
@@ -83,6 +81,44 @@ void SplitLine(std::string_view line, int offset, std::vector<std::vector<CellSp
     }
 }
 
+// Gives each title, in order, the fewest extra "#" that set it apart from
+// every title before it. Titles are compared as their text without
+// trailing "#" plus the number of them, so a title "A#" and a repeat "A"
+// marked once meet as the same title.
+class RepeatMarks
+{
+public:
+    QString Unique(const QString &title)
+    {
+        int hashes = 0;
+        while (hashes < title.size() && title.at(title.size() - 1 - hashes) == QLatin1Char('#'))
+            ++hashes;
+        const QString base = title.left(title.size() - hashes);
+        const int marks = FreeCount(base, hashes);
+        return marks == hashes ? title : title + QString(marks - hashes, QLatin1Char('#'));
+    }
+
+private:
+    // Takes the lowest free count from `count` up. Each taken count points
+    // at a count to try next, so a long run of equal titles is skipped in
+    // one step rather than walked again for every repeat.
+    int FreeCount(const QString &base, int count)
+    {
+        QHash<int, int> &next = taken[base];
+        QVector<int> passed;
+        for (auto found = next.constFind(count); found != next.constEnd(); found = next.constFind(count)) {
+            passed.append(count);
+            count = found.value();
+        }
+        for (const int skipped : passed)
+            next[skipped] = count + 1;
+        next.insert(count, count + 1);
+        return count;
+    }
+
+    QHash<QString, QHash<int, int>> taken;
+};
+
 } // namespace
 
 int ColumnSectionKind(const QString &title, bool rightOfReactionTime)
@@ -101,24 +137,12 @@ QStringList BuildTitles(const QString &upper, const QString &lower)
     const QStringList top = upper.split(QLatin1Char('\t'));
     const QStringList bottom = lower.split(QLatin1Char('\t'));
     QStringList titles;
-    titles.reserve(bottom.size());
+    titles.reserve(bottom.size() + 1);
+    RepeatMarks marks;
+    titles.append(marks.Unique(QStringLiteral("Flag")));
     for (int i = 0; i < bottom.size(); ++i) {
         const bool twoLines = i < top.size() && !top[i].isEmpty();
-        titles.append(twoLines ? top[i] + QLatin1Char('\n') + bottom[i] : bottom[i]);
-    }
-    // Each title, walked in order and as changed so far, marks the last
-    // place of its text with a "#" when that text occurs more than once.
-    std::map<QString, std::set<int>> places;
-    for (int i = 0; i < titles.size(); ++i)
-        places[titles[i]].insert(i);
-    for (int i = 0; i < titles.size(); ++i) {
-        std::set<int> &same = places[titles[i]];
-        if (same.size() < 2)
-            continue;
-        const int last = *same.rbegin();
-        same.erase(last);
-        titles[last] += QLatin1Char('#');
-        places[titles[last]].insert(last);
+        titles.append(marks.Unique(twoLines ? top[i] + QLatin1Char('\n') + bottom[i] : bottom[i]));
     }
     return titles;
 }
@@ -147,7 +171,7 @@ void DataFileParser::ReadTable(LineCursor &lines)
     const QString lower = lines.NextLineText();
     titles = BuildTitles(upper, lower);
 
-    std::vector<std::vector<CellSpan>> spans(size_t(titles.size()));
+    std::vector<std::vector<CellSpan>> spans(size_t(titles.size() - 1));
     const int expected = lines.LinesLeft();
     for (std::vector<CellSpan> &column : spans)
         column.reserve(size_t(expected));
@@ -158,11 +182,10 @@ void DataFileParser::ReadTable(LineCursor &lines)
         ++rowCount;
     }
 
-    columns.reserve(titles.size() + 1);
+    columns.reserve(titles.size());
     columns.append(DataColumn(rowCount));
     for (std::vector<CellSpan> &column : spans)
         columns.append(ReadColumn(std::move(column)));
-    titles.prepend(QStringLiteral("Flag"));
 }
 
 DataColumn DataFileParser::ReadColumn(std::vector<CellSpan> spans) const

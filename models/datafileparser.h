@@ -26,8 +26,10 @@ struct SectionStores
 // 3 code column, -1 none.
 int ColumnSectionKind(const QString &title, bool rightOfReactionTime);
 
-// Builds the titles of a file from its two title rows, with a "#" added to
-// each repeat of an earlier title.
+// Builds the model's title row from a file's two title rows: "Flag", then
+// the file's titles, each repeat of an earlier title marked with as many
+// "#" as set it apart. No two titles of a model are ever equal, so columns
+// of combined files join by title without falling out of step.
 QStringList BuildTitles(const QString &upper, const QString &lower);
 
 // Turns the lines after a data file's header into the table of the file and
@@ -40,8 +42,8 @@ public:
     // Reads a dotted header block and drops the line that ends it.
     static void ReadFieldLines(LineCursor &lines, QMap<QString, QString> *fields);
 
-    // Reads the two title rows and every row after them, and puts the
-    // "Flag" column in front.
+    // Reads the two title rows and every row after them, with the "Flag"
+    // column in front.
     void ReadTable(LineCursor &lines);
     // Fills `overall` and the section stores in one pass over the rows.
     SectionStores CollectStatistics(SectionStats *overall) const;

@@ -106,6 +106,12 @@ void TestCombining::joinsColumnsByTitle_data()
         << QStringList{"", "Block", "Error", "Reaction", ""} << QStringList{"Extra", "Name", "Code", "Time", "Hand"}
         << QStringList{"Block\nName|Error\nCode|Reaction\nTime|Hand|Extra", "a1|b1|c1|d1|", "a2|b2|c2|d2|",
                        "*b2|c2|d2|e2|a2"};
+    // Repeated titles, common after editing in a spreadsheet, stay in step
+    // with their cells.
+    QTest::newRow("repeated titles and a column titled Flag")
+        << QStringList{"", "", "", "", ""} << QStringList{"Flag", "", "", "", ""}
+        << QStringList{"Block\nName|Error\nCode|Reaction\nTime|Hand|Flag#||#|##|###", "a1|b1|c1|d1|||||",
+                       "a2|b2|c2|d2|||||", "*||||a2|b2|c2|d2|e2"};
     QTest::newRow("titles apart by a line break stay apart")
         << QStringList{"Block", "Error", ""} << QStringList{"Name", "Code", "Reaction Time"}
         << QStringList{"Block\nName|Error\nCode|Reaction\nTime|Hand|Reaction Time", "a1|b1|c1|d1|", "a2|b2|c2|d2|",

@@ -73,6 +73,20 @@ ReferenceFile ReadReference(const QString &path, bool legacy)
     return reference;
 }
 
+// Marks repeated titles the plain way: walk the titles and append a "#" to
+// the last place of every text found twice, until no two are equal.
+QStringList MarkRepeatsByWalking(QStringList titles)
+{
+    while (QSet<QString>(titles.begin(), titles.end()).size() < titles.size()) {
+        for (int i = 0; i < titles.size(); ++i) {
+            const int last = titles.lastIndexOf(titles[i]);
+            if (titles.indexOf(titles[i]) != last)
+                titles[last] += '#';
+        }
+    }
+    return titles;
+}
+
 } // namespace
 
 class TestDataFile : public QObject
@@ -85,6 +99,7 @@ private slots:
     void firstLineDecidesGeneration();
     void readsTitlesAndRows_data();
     void readsTitlesAndRows();
+    void marksRepeatedTitlesAsRepeatedWalksWould();
     void opensFileWithTitlesButNoRows();
     void opensFileWithoutCodeOrTimeColumn();
     void agreesWithLineByLineReading_data();
@@ -157,11 +172,16 @@ void TestDataFile::readsTitlesAndRows_data()
         << QStringList{"C|a|300", "E||", "||", "NR||"};
     QTest::newRow("short upper row") << QByteArray("Error\nCode\tKey\tTime\n")
                                      << QStringList{"Flag", "Error\nCode", "Key", "Time"} << QStringList{};
-    // Each repeat of a title, as changed so far, gets one more "#".
+    // Each repeat of a title gets as many "#" as set it apart from every
+    // title before it, the model's own "Flag" included.
     QTest::newRow("three equal titles") << QByteArray("\nA\tA\tA\n1\t2\t3")
                                         << QStringList{"Flag", "A", "A#", "A##"} << QStringList{"1|2|3"};
-    QTest::newRow("suffix meets a title") << QByteArray("\nA#\tA\tA\n")
-                                          << QStringList{"Flag", "A#", "A", "A##"} << QStringList{};
+    QTest::newRow("four empty titles") << QByteArray("\n\t\t\t\n")
+                                       << QStringList{"Flag", "", "#", "##", "###"} << QStringList{};
+    QTest::newRow("suffix meets a title") << QByteArray("\nA#\tA\tA\tA#\n")
+                                          << QStringList{"Flag", "A#", "A", "A##", "A###"} << QStringList{};
+    QTest::newRow("a file column titled Flag") << QByteArray("\nFlag\tFlag#\n")
+                                               << QStringList{"Flag", "Flag#", "Flag##"} << QStringList{};
     // A text-mode stream drops every CR, also one inside a line.
     QTest::newRow("CR LF and a stray CR") << QByteArray("Error\r\nCode\r\nx\ry\r\n")
                                           << QStringList{"Flag", "Error\nCode"} << QStringList{"xy"};
@@ -180,6 +200,19 @@ void TestDataFile::readsTitlesAndRows()
         rows << RowCells(model, row).join('|');
     QTEST(rows, "rows");
     QVERIFY(model.rowCount() == 0 || model.data(model.index(0, 0)).toString().isEmpty());
+}
+
+void TestDataFile::marksRepeatedTitlesAsRepeatedWalksWould()
+{
+    QRandomGenerator random(3);
+    const QStringList pieces = {"", "#", "##", "A", "A#", "Flag", "Flag#"};
+    for (int round = 0; round < 300; ++round) {
+        QStringList titles;
+        for (int i = random.bounded(1, 10); i > 0; --i)
+            titles << pieces[random.bounded(pieces.size())];
+        const QString path = files.Write((".Experiment Name\tX\n\n\n" + titles.join('\t') + "\n").toUtf8());
+        QCOMPARE(TableContents::Titles(DataFile(path).GetMainModel()), MarkRepeatsByWalking(QStringList{"Flag"} + titles));
+    }
 }
 
 void TestDataFile::opensFileWithTitlesButNoRows()
