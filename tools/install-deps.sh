@@ -5,7 +5,8 @@
 set -eu
 
 PACKAGES="cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libcurl4-openssl-dev \
-libminizip-dev zlib1g-dev libbenchmark-dev xvfb xauth python3 fonts-dejavu-core"
+libminizip-dev zlib1g-dev libbenchmark-dev xvfb xauth python3 fonts-dejavu-core \
+desktop-file-utils appstream"
 
 missing=""
 for p in $PACKAGES; do

@@ -366,6 +366,44 @@ QVector<Image> BellCurveImages()
     return images;
 }
 
+// ---- Program icon ----------------------------------------------------------
+
+// A blue tile holding a sheet of trial rows with a bell curve over them;
+// drawn at every size of the icon theme, so that small sizes stay crisp.
+void DrawAppIcon(QPainter &p, const QSize &size)
+{
+    const double s = size.width();
+    const QRectF tile(s * 0.04, s * 0.04, s * 0.92, s * 0.92);
+    QLinearGradient sky(tile.topLeft(), tile.bottomLeft());
+    sky.setColorAt(0, QColor(kAccentLight));
+    sky.setColorAt(1, QColor(kAccent));
+    p.setPen(Qt::NoPen);
+    p.setBrush(sky);
+    p.drawRoundedRect(tile, s * 0.2, s * 0.2);
+    const QRectF sheet(s * 0.18, s * 0.2, s * 0.64, s * 0.6);
+    p.setBrush(Qt::white);
+    p.drawRoundedRect(sheet, s * 0.06, s * 0.06);
+    p.setPen(QPen(QColor(kFrame), qMax(1.0, s * 0.03)));
+    for (const double y : {0.36, 0.5, 0.64})
+        p.drawLine(QPointF(s * 0.24, s * y), QPointF(s * 0.76, s * y));
+    QPainterPath curve(QPointF(s * 0.22, s * 0.72));
+    for (double x = 0.22; x <= 0.781; x += 0.01) {
+        const double z = (x - 0.5) / 0.09;
+        curve.lineTo(s * x, s * (0.72 - 0.42 * std::exp(-z * z / 2)));
+    }
+    p.setPen(QPen(QColor(kInk), qMax(1.2, s * 0.055), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(curve);
+}
+
+QVector<Image> AppIconImages()
+{
+    QVector<Image> images;
+    for (const int side : {16, 24, 32, 48, 64, 128, 256})
+        images.append({QStringLiteral("zephlane-%1.png").arg(side), QSize(side, side), DrawAppIcon});
+    return images;
+}
+
 QVector<Image> AllImages()
 {
     QVector<Image> images = {
@@ -379,6 +417,7 @@ QVector<Image> AllImages()
     images += ListButtonImages();
     images += CloudOptionImages();
     images += BellCurveImages();
+    images += AppIconImages();
     return images;
 }
 
