@@ -1,31 +1,26 @@
 #include "loopbackserver.h"
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <utility>
+
 namespace {
 
-QByteArray ReceiveRequest(int connection)
+// Reads up to the end of the head, then as much body as it announces.
+QByteArray Receive(int connection)
 {
     QByteArray data;
     char chunk[4096];
-    qint64 wanted = -1;
-    while (wanted < 0 || data.size() < wanted) {
-        const ssize_t got = recv(connection, chunk, sizeof chunk, 0);
-        if (got <= 0)
-            break;
+    ssize_t got = 0;
+    while (!data.contains("\r\n\r\n") && (got = recv(connection, chunk, sizeof chunk, 0)) > 0)
         data.append(chunk, int(got));
-        const int headEnd = data.indexOf("\r\n\r\n");
-        if (wanted < 0 && headEnd >= 0) {
-            const int at = data.toLower().indexOf("\r\ncontent-length:");
-            const qint64 length = at >= 0 && at < headEnd
-                                      ? data.mid(at + 17, data.indexOf('\r', at + 2) - at - 17).trimmed().toLongLong()
-                                      : 0;
-            wanted = headEnd + 4 + length;
-        }
-    }
+    const int headEnd = data.indexOf("\r\n\r\n") + 4;
+    const int at = data.toLower().indexOf("\r\ncontent-length:");
+    const int length = at >= 0 && at < headEnd ? data.mid(at + 17, data.indexOf('\r', at + 2) - at - 17).trimmed().toInt() : 0;
+    while (data.size() < headEnd + length && (got = recv(connection, chunk, sizeof chunk, 0)) > 0)
+        data.append(chunk, int(got));
     return data;
 }
 
@@ -53,53 +48,33 @@ LoopbackServer::~LoopbackServer()
     close(listener);
 }
 
-QByteArray LoopbackServer::BaseUrl() const
-{
-    return "http://127.0.0.1:" + port + "/api/";
-}
-
 void LoopbackServer::Answer(const QByteArray &path, const QByteArray &body, const QByteArray &status)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     replies.insert(path, {status, body});
 }
 
-QStringList LoopbackServer::Requests() const
+QStringList LoopbackServer::TakeRequests()
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    return requests;
-}
-
-void LoopbackServer::ClearRequests()
-{
-    const std::lock_guard<std::mutex> lock(mutex);
-    requests.clear();
+    return std::exchange(requests, QStringList());
 }
 
 void LoopbackServer::Serve()
 {
     int connection = -1;
     while ((connection = accept(listener, nullptr, nullptr)) >= 0) {
-        Handle(connection);
+        QByteArray request = Receive(connection).replace("127.0.0.1:" + port, "127.0.0.1:PORT");
+        QPair<QByteArray, QByteArray> reply;
+        {
+            const std::lock_guard<std::mutex> lock(mutex);
+            reply = replies.value(request.split(' ').value(1), {"404 Not Found", QByteArray()});
+            requests.append(QString::fromUtf8(request.replace("\r\n", "\n").trimmed()));
+        }
+        const QByteArray answer = "HTTP/1.1 " + reply.first + "\r\nContent-Length: "
+                                  + QByteArray::number(reply.second.size()) + "\r\nConnection: close\r\n\r\n" + reply.second;
+        if (!reply.first.isEmpty())
+            send(connection, answer.constData(), size_t(answer.size()), MSG_NOSIGNAL);
         close(connection);
     }
-}
-
-void LoopbackServer::Handle(int connection)
-{
-    QByteArray request = ReceiveRequest(connection);
-    request.replace("127.0.0.1:" + port, "127.0.0.1:PORT");
-    const QByteArray line = request.left(request.indexOf("\r\n"));
-    const QByteArray path = line.split(' ').value(1);
-    Reply reply{"404 Not Found", QByteArray()};
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        requests.append(QString::fromUtf8(request.replace("\r\n", "\n").trimmed()));
-        reply = replies.value(path, reply);
-    }
-    if (reply.status.isEmpty())
-        return;
-    const QByteArray answer = "HTTP/1.1 " + reply.status + "\r\nContent-Length: " + QByteArray::number(reply.body.size())
-                              + "\r\nConnection: close\r\n\r\n" + reply.body;
-    send(connection, answer.constData(), size_t(answer.size()), MSG_NOSIGNAL);
 }

@@ -2,15 +2,16 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QPair>
 #include <QStringList>
 
 #include <mutex>
 #include <thread>
 
-// A real HTTP server on 127.0.0.1, on a port of its own and a thread of its
-// own, for the cloud client to talk to. It records each request as it came
-// over the wire and answers by path from scripted replies (404 and no body
-// for any other path), one connection at a time, closed after the reply.
+// A real HTTP server on 127.0.0.1, on a port and a thread of its own, for
+// the cloud client to talk to. It records each request as it came over the
+// wire and answers by path from scripted replies (404 and no body for other
+// paths), one connection at a time, closed after the reply.
 class LoopbackServer
 {
 public:
@@ -18,28 +19,20 @@ public:
     ~LoopbackServer();
 
     // "http://127.0.0.1:<port>/api/", in the form of the service's address.
-    QByteArray BaseUrl() const;
+    QByteArray BaseUrl() const { return "http://127.0.0.1:" + port + "/api/"; }
+    // With an empty status the connection is closed with no reply at all.
     void Answer(const QByteArray &path, const QByteArray &body, const QByteArray &status = "200 OK");
-    // The connection to this path is closed with no reply at all.
-    void HangUp(const QByteArray &path) { Answer(path, QByteArray(), QByteArray()); }
-    // Each request as its request line, its header lines and, after a blank
-    // line, its body, all joined by "\n"; the port reads "PORT".
-    QStringList Requests() const;
-    void ClearRequests();
+    // The requests since the last call: request line, header lines and,
+    // after a blank line, the body, joined by "\n"; the port reads "PORT".
+    QStringList TakeRequests();
 
 private:
-    struct Reply
-    {
-        QByteArray status;
-        QByteArray body;
-    };
     void Serve();
-    void Handle(int connection);
 
-    int listener = -1;
+    int listener;
     QByteArray port;
-    mutable std::mutex mutex;
-    QHash<QByteArray, Reply> replies;
+    std::mutex mutex;
+    QHash<QByteArray, QPair<QByteArray, QByteArray>> replies;
     QStringList requests;
     std::thread thread;
 };
