@@ -10,6 +10,7 @@
 #include <QDate>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QSettings>
 
@@ -69,14 +70,18 @@ void MainWindow::ShowCloudAccount(QSettings &credentials, const QString &email, 
     ui->label_current_user->setText(cloudProfile.email);
 }
 
-// The values go in as typed, in clear text, so the file is kept readable by
-// its owner alone.
+// The values go in as typed, in clear text, so the file is made readable by
+// its owner alone before they are written; rewriting it keeps that.
 void MainWindow::StoreCredentials(QSettings &credentials, const QString &email, const QString &password)
 {
+    QFile file(credentials.fileName());
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    if (file.open(QIODevice::Append))
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    file.close();
     credentials.setValue(QStringLiteral("Cloud/email"), email);
     credentials.setValue(QStringLiteral("Cloud/pw"), password);
     credentials.sync();
-    QFile::setPermissions(credentials.fileName(), QFile::ReadOwner | QFile::WriteOwner);
 }
 
 // An experiment ends after its expiry day: on that day 0 days remain, and a
