@@ -29,15 +29,9 @@ const char *const kWebsite = "https://www.talvox.com/";
 const int kStoredColumns = 13;
 const int kBlankGridSize = 50;
 
-QString CredentialsPath()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)
-           + QStringLiteral("/settings.ini");
-}
-
 } // namespace
 
-MainWindow::MainWindow()
+MainWindow::MainWindow(const QByteArray &cloudBaseUrl)
     : ui(std::make_unique<Ui::MainWindow>())
     , headerContextMenu(new QMenu(this))
     , rowColorsDialog(new RowColorsDialog(this))
@@ -45,6 +39,7 @@ MainWindow::MainWindow()
     , mergeDialog(new MergeDialog(this))
     , aboutDialog(new QDialog(this, Qt::WindowTitleHint | Qt::WindowCloseButtonHint))
     , disabledEffect(new QGraphicsColorizeEffect(this))
+    , cloudClient(cloudBaseUrl)
 {
     QCoreApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
     QCoreApplication::setApplicationName(QString::fromLatin1(kApplication));
@@ -263,6 +258,11 @@ void MainWindow::RestoreColumnOrder(QSettings &settings)
         }
     }
     settings.endGroup();
+}
+
+QString MainWindow::CredentialsPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/settings.ini");
 }
 
 void MainWindow::SaveSettings() const

@@ -36,7 +36,8 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    MainWindow();
+    // The cloud service's address is the compiled-in one; tests give their own.
+    explicit MainWindow(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL);
     ~MainWindow() override;
 
 public slots:
@@ -97,6 +98,7 @@ private:
     void RestoreSettings();
     void RestoreColumnOrder(QSettings &settings);
     void SaveSettings() const;
+    static QString CredentialsPath();
 
     // File list.
     void AddFileNamesToLists(const QStringList &file_paths);
@@ -128,6 +130,16 @@ private:
     // Column commands.
     BaseModel &SortedModel(bool sectionTable);
 
+    // Cloud panel.
+    void ShowCloudAccount(QSettings &credentials, const QString &email, const QString &password);
+    static void StoreCredentials(QSettings &credentials, const QString &email, const QString &password);
+    CloudExperiment *ExperimentAt(int row) const;
+    void RefreshExperimentData(int code, int participants);
+    bool EnterCloudTab();
+    bool EnterLocalTab();
+    void FollowFileList(QListWidget *shown, QListWidget *hidden);
+    void CloseAllFiles(int index);
+
     // Header keys.
     bool HeaderKeyFilter(QObject *watched, QEvent *event);
     void HeaderArrowKey(QTableView *view, QKeyEvent *event);
@@ -153,4 +165,7 @@ private:
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     CloudClient cloudClient;
+    CloudProfile cloudProfile;
+    // The client's experiment list, once a sign-in has read it.
+    QVector<CloudExperiment> *cloudExperiments = nullptr;
 };

@@ -5,8 +5,8 @@
 #include <QStackedWidget>
 #include <QTableWidget>
 
-WindowDriver::WindowDriver()
-    : window(std::make_unique<MainWindow>())
+WindowDriver::WindowDriver(const QByteArray &cloudBaseUrl)
+    : window(std::make_unique<MainWindow>(cloudBaseUrl))
 {
     window->show();
     if (!QTest::qWaitForWindowExposed(window.get()))

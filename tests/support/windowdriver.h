@@ -23,7 +23,8 @@
 class WindowDriver
 {
 public:
-    WindowDriver();
+    // The window's cloud client talks to cloudBaseUrl.
+    explicit WindowDriver(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL);
     ~WindowDriver();
 
     MainWindow &Window() { return *window; }
