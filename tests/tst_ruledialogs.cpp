@@ -87,9 +87,9 @@ private slots:
     {
         QFETCH(QStringList, steps);
         QFETCH(QString, result);
-        Act(nullptr, "open");
-        driver->Trigger("actionFlag_Special");
         auto *dialog = driver->Window().findChild<FlagSpecialDialog *>();
+        Act(dialog, "open");
+        driver->Trigger("actionFlag_Special");
         for (const QString &step : steps)
             Act(dialog, step);
         QString shown = In<QLabel>(dialog, "label_3")->text();
