@@ -143,6 +143,10 @@ private:
     // Header keys.
     bool HeaderKeyFilter(QObject *watched, QEvent *event);
     void HeaderArrowKey(QTableView *view, QKeyEvent *event);
+    int NextHeaderPosition(const QModelIndexList &selected, Qt::Orientation mode, QTableView *view,
+                           const QKeyEvent *event);
+    // The fixed end of a header selection that the arrow keys move, per view.
+    int &ArrowAnchor(const QTableView *view);
 
     std::unique_ptr<Ui::MainWindow> ui;
     MainModel *blankModel = nullptr;

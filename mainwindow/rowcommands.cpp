@@ -5,6 +5,7 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
+#include "flagspecialdialog.h"
 #include "mainproxy.h"
 #include "rowcolorsdialog.h"
 
@@ -143,9 +144,17 @@ void MainWindow::OpenRowColorsDialog()
     rowColorsDialog->show();
 }
 
-// Stand-in until the flag rule dialog is written.
+// The figures cover the rows now visible, as the rules do; the deviation
+// rule keeps using the mean and deviation worked out here.
 void MainWindow::OpenFlagSpecialDialog()
 {
+    if (!currentFile)
+        return;
+    MainModel &model = currentFile->GetMainModel();
+    const QString average = FormatNumber(model.CalculateAverage(), 2);
+    const QString deviation = FormatNumber(model.CalculateStandardDeviation(), 2);
+    flagSpecialDialog->Prepare(average, deviation, model.rowCount(), model.FlaggedRowCount());
+    flagSpecialDialog->show();
 }
 
 // The two labels read as one line: " (3 flagged, 2 hidden)", with the comma

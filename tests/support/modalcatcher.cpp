@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -39,7 +40,7 @@ void ModalCatcher::Poll()
             return;
     }
     for (QWidget *widget : windows) {
-        if (widget->isVisible() && AnswerFileDialog(widget))
+        if (widget->isVisible() && (AnswerFileDialog(widget) || AnswerColorDialog(widget)))
             return;
     }
 }
@@ -86,5 +87,16 @@ bool ModalCatcher::AnswerFileDialog(QWidget *widget)
     // queued, so that a box it opens finds this catcher free to answer it.
     answeredDialogs.append(dialog);
     QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+    return true;
+}
+
+bool ModalCatcher::AnswerColorDialog(QWidget *widget)
+{
+    auto *dialog = qobject_cast<QColorDialog *>(widget);
+    if (!dialog)
+        return false;
+    const QColor color = colorAnswers.isEmpty() ? QColor() : colorAnswers.takeFirst();
+    dialog->setCurrentColor(color);
+    color.isValid() ? dialog->accept() : dialog->reject();
     return true;
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include <QColor>
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
-// Answers the modal boxes and file dialogs that the program opens while a
-// test drives it: message boxes are recorded and closed with their default
-// button, file dialogs get the next queued answer (or are cancelled).
+// Answers the modal boxes and dialogs that the program opens while a test
+// drives it: message boxes are recorded and closed with their default
+// button, file and colour dialogs get the next queued answer (or are
+// cancelled).
 class ModalCatcher : public QObject
 {
     Q_OBJECT
@@ -21,6 +23,8 @@ public:
     // The next message box is answered with this button instead of its
     // default (for example Yes to a file dialog's "replace it?").
     void QueueMessageAnswer(QMessageBox::StandardButton button);
+    // The next colour dialog picks this colour; an invalid colour cancels it.
+    void QueueColorAnswer(const QColor &color) { colorAnswers.append(color); }
     // Title and text of each message box seen, as "title|text".
     QStringList Messages() const { return messages; }
     // Captions of the file dialogs seen, with their start directories and filters.
@@ -31,12 +35,14 @@ private:
     void Poll();
     bool AnswerMessageBox(QWidget *widget);
     bool AnswerFileDialog(QWidget *widget);
+    bool AnswerColorDialog(QWidget *widget);
 
     QTimer timer;
     QStringList messages;
     QStringList fileDialogs;
     QList<QStringList> fileAnswers;
     QList<QMessageBox::StandardButton> messageAnswers;
+    QList<QColor> colorAnswers;
     // A dialog that was told to accept may open a box of its own before it
     // closes; it is not answered twice.
     QList<QPointer<QWidget>> answeredDialogs;
