@@ -13,24 +13,12 @@
 
 namespace {
 
-// The rows that show the flag icon, as "1 4".
-QString FlaggedRows(const QAbstractItemModel &model)
-{
-    QStringList rows;
-    for (int row = 0; row < model.rowCount(); ++row)
-        if (model.index(row, 0).data(Qt::DecorationRole).isValid())
-            rows << QString::number(row);
-    return rows.join(' ');
-}
+using TableContents::FlaggedRows;
 
-// A file of `rows` given as "code time", columns 1 and 2.
+// A file of `rows` given as "code,time".
 std::unique_ptr<DataFile> Open(TestFiles &files, const QString &rows)
 {
-    DataFileBuilder builder;
-    builder.Columns("Error/Code,Reaction/Time");
-    for (const QString &row : rows.split(", "))
-        builder.Row(row.split(' '));
-    return files.Open(builder);
+    return files.Open(DataFileBuilder().Columns("Error/Code,Reaction/Time").Rows(rows.split(' ')));
 }
 
 // Records the model's signals in the order they came.
@@ -66,7 +54,7 @@ private slots:
     // the end, yet come back in their own places.
     void flagsFollowFileRowsThroughHideAndRestore()
     {
-        const auto file = Open(files, "C 10, C 11, C 12, C 13, C 14, C 15, C 16");
+        const auto file = Open(files, "C,10 C,11 C,12 C,13 C,14 C,15 C,16");
         MainModel &model = file->GetMainModel();
         QTableView view;
         view.setModel(&file->GetMainProxy());
@@ -110,7 +98,7 @@ private slots:
     {
         QFETCH(int, sortColumn);
         QFETCH(int, order);
-        const QString rows = "C 300, C , C 20, C abc, C 1000, C 5, C , C 70, C 300, C 9, C x, C 42";
+        const QString rows = "C,300 C, C,20 C,abc C,1000 C,5 C, C,70 C,300 C,9 C,x C,42";
         const auto batch = Open(files, rows);
         const auto single = Open(files, rows);
         QTableView batchView;
@@ -172,7 +160,7 @@ private slots:
     void rulesMatchTheirRows()
     {
         QFETCH(QString, rule);
-        const auto file = Open(files, "C 100, E 300, NR 200, SC 150, X 250, C 99.99, E 300.01, NR x, C 512.9, SC ");
+        const auto file = Open(files, "C,100 E,300 NR,200 SC,150 X,250 C,99.99 E,300.01 NR,x C,512.9 SC,");
         MainModel &model = file->GetMainModel();
         model.HideRows({2, 3, 4, 5, 6, 7, 8, 9});
         QCOMPARE(model.CalculateStandardDeviation(), 100.0);
@@ -197,7 +185,7 @@ private slots:
     // column is missing matches nothing.
     void rulesCountOrApply()
     {
-        const auto file = Open(files, "C 10, E 20, C 30");
+        const auto file = Open(files, "C,10 E,20 C,30");
         MainModel &model = file->GetMainModel();
         SignalLog signalLog(model);
         model.SetFlaggingOptions(1, 0);

@@ -41,6 +41,16 @@ QStringList Column(const QAbstractItemModel &model, int column)
     return cells;
 }
 
+QString FlaggedRows(const QAbstractItemModel &model)
+{
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (model.index(row, 0).data(Qt::DecorationRole).isValid())
+            rows << QString::number(row);
+    }
+    return rows.join(' ');
+}
+
 QStringList Titles(const QAbstractItemModel &model)
 {
     QStringList titles;

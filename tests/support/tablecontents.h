@@ -16,6 +16,8 @@ QStringList Rows(const QAbstractItemModel &model);
 QStringList Cells(const QAbstractItemModel &model);
 // The display text of one column, top to bottom.
 QStringList Column(const QAbstractItemModel &model, int column);
+// The rows that show the flag icon, as "1 4".
+QString FlaggedRows(const QAbstractItemModel &model);
 // The horizontal header titles, from the first column.
 QStringList Titles(const QAbstractItemModel &model);
 // Statistic values as "1 0 2.5 0".
