@@ -82,45 +82,14 @@ private slots:
         QCOMPARE(file->Overall().FormatAverageRt(), "325.25");
     }
 
-    void hidingSelectedRowsAndShowingAll_data()
-    {
-        QTest::addColumn<QStringList>("trials");
-        QTest::addColumn<QVector<int>>("hide");
-        QTest::addColumn<QString>("statistics");
-        // A block that loses its last row goes, and comes back at the end.
-        QTest::newRow("vanishing block")
-            << QStringList{"B1,T1,C,100", "B2,T1,E,200", "B2,T2,C,300", "B3,T2,C,400"} << QVector<int>{2, 1}
-            << "2 0 0 0 / 500 0 0 0; blocks: B1: 1 0 0 0, B3: 1 0 0 0; trials: T1: 1 0 0 0, T2: 1 0 0 0 || "
-               "3 1 0 0 / 800 200 0 0; blocks: B1: 1 0 0 0, B3: 1 0 0 0, B2: 1 1 0 0; trials: T1: 1 1 0 0, T2: 2 0 0 0";
-        // The load counted "SC" as "C" for blocks; hiding takes it from the "SC" slot.
-        QTest::newRow("self-correct asymmetry") << QStringList{"B1,T1,SC,100", "B1,T1,C,300", "B1,T2,E,500"} << QVector<int>{0}
-            << "2 1 0 -1 / 400 500 0 -100; blocks: B1: 2 1 0 -0.99; trials: T1: 1 0 0 0, T2: 0 1 0 0 || "
-               "2 1 0 0 / 400 500 0 0; blocks: B1: 2 1 0 0; trials: T1: 1 0 0 1, T2: 0 1 0 0";
-        QTest::newRow("empty and <No Name> cells")
-            << QStringList{",T1,C,100", "<No Name>,T1,E,200", "B1,T1,C,300"} << QVector<int>{0, 1, 0}
-            << "1 0 0 0 / 300 0 0 0; blocks: B1: 1 0 0 0; trials: T1: 1 0 0 0 || "
-               "2 1 0 0 / 400 200 0 0; blocks: B1: 1 0 0 0, <No Name>: 1 1 0 0; trials: T1: 2 1 0 0";
-    }
-
-    void hidingSelectedRowsAndShowingAll()
-    {
-        QFETCH(QStringList, trials);
-        QFETCH(QVector<int>, hide);
-        const auto file = files.Open(DataFileBuilder().ProductTitles().Trials(trials));
-        file->HideSelectedRows(hide);
-        const QString hidden = TableContents::Statistics(*file).section("; ", 0, 2);
-        file->ShowAllRows();
-        QTEST(hidden + " || " + TableContents::Statistics(*file).section("; ", 0, 2), "statistics");
-        QVERIFY(file->GetSectionModel().HiddenStats().isEmpty());
-    }
-
     // The hidden share is one record per section, read from model columns
     // 4, 5 and 13 on whatever their titles, while the load found sections by
     // title: the trial of column 5 is "<No Name>", and "Trial Variable" in a
     // title makes a trial variable there, though the load took a code column.
     void hiddenShareReadsFixedColumns()
     {
-        const auto file = files.Open(DataFileBuilder().Columns("Trial/Name,a,b,Block/Name,c,d,e,f,g,h,Error/Code,Reaction/Time,Trial Variable/X,Side")
+        const auto file = files.Open(DataFileBuilder()
+                                         .Columns("Trial/Name,a,b,Block/Name,c,d,e,f,g,h,Error/Code,Reaction/Time,Trial Variable/X,Side")
                                          .Rows({"T1,,,B1,,,,,,,C,100,v,left", "T1,,,B1,,,,,,,C,200,v,left", "T2,,,B1,,,,,,,E,300,w,right"}));
         file->HideSelectedRows({0});
         file->HideSelectedRows({0});
@@ -132,7 +101,7 @@ private slots:
                                                    "Trial Variable\nX: ; Side: right: 0 1 0 0; Trial Variable\nX: v: 2 0 0 0, w: 0 1 0 0");
     }
 
-    void viewsFollowHidingAndShowingAll_data()
+    void hidingSelectedRowsAndShowingAll_data()
     {
         QTest::addColumn<QStringList>("trials");
         QTest::addColumn<int>("sectionType");
@@ -140,27 +109,39 @@ private slots:
         QTest::addColumn<QVector<int>>("hide");
         QTest::addColumn<QString>("seen");
         const QStringList four{"B1,T1,C,1", "B2,T1,E,2", "B3,T1,C,3", "B4,T1,C,4"};
-        // Sections that go are announced one by one at the row they hold
-        // after the ones before them went.
+        // The load counted "SC" as "C" for blocks; hiding takes it from the "SC" slot.
+        QTest::newRow("self-correct asymmetry") << QStringList{"B1,T1,SC,100", "B1,T1,C,300", "B1,T2,E,500"} << 0 << 0 << QVector<int>{0}
+            << "~0 | B1: 2 1 0 -0.99 | 2 1 0 -1 / 400 500 0 -100 || "
+               "~0 | B1: 2 1 0 0 | 2 1 0 0 / 400 500 0 0";
+        QTest::newRow("empty and <No Name> cells") << QStringList{",T1,C,100", "<No Name>,T1,E,200", "B1,T1,C,300"} << 0 << 0
+                                                   << QVector<int>{0, 1, 0}
+            << "-0 | B1: 1 0 0 0 | 1 0 0 0 / 300 0 0 0 || "
+               "+1 ~1 | B1: 1 0 0 0, <No Name>: 1 1 0 0 | 2 1 0 0 / 400 200 0 0";
+        // Sections that go are announced one by one at the row they hold after
+        // the ones before them went, and come back at the end.
         QTest::newRow("from the bottom") << four << 0 << 0 << QVector<int>{3, 1, 0}
-                                         << "-3 -1 -0 | B3: 1 0 0 0 | +1 ~1 +2 ~2 +3 ~3 | B3: 1 0 0 0, B4: 1 0 0 0, B2: 0 1 0 0, B1: 1 0 0 0";
+            << "-3 -1 -0 | B3: 1 0 0 0 | 1 0 0 0 / 3 0 0 0 || "
+               "+1 ~1 +2 ~2 +3 ~3 | B3: 1 0 0 0, B4: 1 0 0 0, B2: 0 1 0 0, B1: 1 0 0 0 | 3 1 0 0 / 8 2 0 0";
         QTest::newRow("from the top") << four << 0 << 0 << QVector<int>{0, 3, 2}
-                                      << "-0 -2 -1 | B2: 0 1 0 0 | +1 ~1 +2 ~2 +3 ~3 | B2: 0 1 0 0, B1: 1 0 0 0, B4: 1 0 0 0, B3: 1 0 0 0";
+            << "-0 -2 -1 | B2: 0 1 0 0 | 0 1 0 0 / 0 2 0 0 || "
+               "+1 ~1 +2 ~2 +3 ~3 | B2: 0 1 0 0, B1: 1 0 0 0, B4: 1 0 0 0, B3: 1 0 0 0 | 3 1 0 0 / 8 2 0 0";
         QTest::newRow("one block goes, one shrinks") << QStringList{"B1,T1,C,1", "B2,T1,E,2", "B2,T2,C,3"} << 0 << 0 << QVector<int>{0, 1}
-                                                     << "-0 ~0 | B2: 1 0 0 0 | +1 ~1 ~0 | B2: 1 1 0 0, B1: 1 0 0 0";
+            << "-0 ~0 | B2: 1 0 0 0 | 1 0 0 0 / 3 0 0 0 || "
+               "+1 ~1 ~0 | B2: 1 1 0 0, B1: 1 0 0 0 | 2 1 0 0 / 4 2 0 0";
         // A record is on show when its type equals the data type chosen: with
         // percentages, or with trials on show, views hear no row notification.
         QTest::newRow("percentages") << four << 0 << 1 << QVector<int>{0, 2}
-                                     << "~0 layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00% | ~0 layout | "
-                                        "B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00%, B1: 100.00% 0.00% 0.00% 0.00%, "
-                                        "B3: 100.00% 0.00% 0.00% 0.00%";
+            << "~0 layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00% | 1 1 0 0 / 4 2 0 0 || "
+               "~0 layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00%, B1: 100.00% 0.00% 0.00% 0.00%, "
+               "B3: 100.00% 0.00% 0.00% 0.00% | 3 1 0 0 / 8 2 0 0";
         QTest::newRow("trials") << QStringList{"B1,T1,C,1", "B1,T2,E,2"} << 1 << 0 << QVector<int>{0}
-                                << "~0 layout | T2: 0 1 0 0 | ~0 layout | T2: 0 1 0 0, T1: 1 0 0 0";
+            << "~0 layout | T2: 0 1 0 0 | 0 1 0 0 / 0 2 0 0 || "
+               "~0 layout | T2: 0 1 0 0, T1: 1 0 0 0 | 1 1 0 0 / 1 2 0 0";
     }
 
-    // What the section table tells its views, then what a view shows, after
-    // hiding and after showing all rows.
-    void viewsFollowHidingAndShowingAll()
+    // What the section table tells its views, what a view shows, and the
+    // whole file's counts and sums, after hiding and after showing all rows.
+    void hidingSelectedRowsAndShowingAll()
     {
         QFETCH(QStringList, trials);
         QFETCH(int, sectionType);
@@ -176,11 +157,17 @@ private slots:
         connect(&sections, &SectionModel::rowsInserted, &view, [&](const QModelIndex &, int row) { seen << QString("+%1").arg(row); });
         connect(&sections, &SectionModel::dataChanged, &view, [&](const QModelIndex &from) { seen << QString("~%1").arg(from.row()); });
         connect(&sections, &SectionModel::layoutChanged, &view, [&] { seen << "layout"; });
+        auto look = [&] {
+            seen << "|" << TableContents::Rows(*view.model()).join(", ") << "|" << TableContents::Numbers(file->Overall().counts) << "/"
+                 << TableContents::Numbers(file->Overall().sums);
+        };
         file->HideSelectedRows(hide);
-        seen << "|" << TableContents::Rows(*view.model()).join(", ") << "|";
+        look();
+        seen << "||";
         file->ShowAllRows();
-        seen << "|" << TableContents::Rows(*view.model()).join(", ");
+        look();
         QTEST(seen.join(' '), "seen");
+        QVERIFY(sections.HiddenStats().isEmpty());
     }
 
     void formatsNumbers_data()
