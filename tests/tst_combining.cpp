@@ -61,7 +61,8 @@ private slots:
             << QStringList{"Block\nName|Error\nCode|Reaction\nTime|Hand~|Flag#||#|##|###", "a1|b1|c1||||||", "a2|b2|c2||||||",
                            "*||||f2|g2|h2|i2|", "1 flagged"};
         // Columns only in the first file are left empty for the later rows.
-        QTest::newRow("titles apart by a line break stay apart") << "Block/Name,Error/Code,Reaction Time" << QStringList{"a3,b3,c3", "a4,b4,c4"}
+        QTest::newRow("titles apart by a line break stay apart")
+            << "Block/Name,Error/Code,Reaction Time" << QStringList{"a3,b3,c3", "a4,b4,c4"}
             << QStringList{"Block\nName|Error\nCode|Reaction\nTime|Hand~|Reaction Time", "a1|b1|c1||", "a2|b2|c2||", "*a4|b4|||c4",
                            "1 flagged"};
     }

@@ -106,45 +106,31 @@ private slots:
         QTEST(files.Merge(*file, rowsToMerge, includeHiddenRows, transpose), "expected");
     }
 
-    // A one-line title and "Key" left of "Reaction\nTime", a trial variable
-    // and a code column right of it: "Key" and code columns go whole to the
-    // second line.
-    void splitsTitlesOverTwoLines()
-    {
-        const auto file = files.Open(DataFileBuilder().Experiment("E").Date("D").Columns(
-            "Trial,Key,Error/Code,Reaction/Time,Hand/(Trial Variable),Stimulus/Side"));
-        QCOMPARE(files.Merge(*file, 2, false, false),
-                 QByteArray("\n{ E }\n{ D }\n\nTrial\t\tError\tReaction\tHand\t\n\tKey\tCode\tTime\t(Trial Variable)\tStimulus\nSide\n"));
-    }
-
-    // B3 stays hidden at its new number; B4 lies beyond the stop.
+    // A one-line title and "Key" left of "Reaction\nTime", a code column
+    // and a trial variable right of it: "Key" and code columns go whole to
+    // the second title line. T4 stays hidden at its new number; T5 lies
+    // beyond the stop. The box comes up while the text still waits in the
+    // stream: the file on disk is empty until it is closed.
     void writesTwoCombinedExperiments()
     {
-        const auto first = files.Open(DataFileBuilder().Experiment("Stroop").Date("2026-03-01").Columns("Block/Name,Error/Code,Reaction/Time")
-                                          .Rows({"B1,C,300", "B1,SC,350"}));
+        const auto first = files.Open(DataFileBuilder().Experiment("Stroop").Date("2026-03-01")
+                                          .Columns("Trial,Key,Error/Code,Reaction/Time,Stimulus/Side").Rows({"T1,k,C,300,s", "T2,,SC,350,"}));
         const auto second = files.Open(DataFileBuilder().Experiment("Flanker").Date("2026-03-02")
-                                           .Columns("Hand/(Trial Variable),Block/Name,Error/Code,Reaction/Time")
-                                           .Rows({"left,B2,E,400", "right,B3,C,450", "left,B4,C,500"}));
+                                           .Columns("Hand/(Trial Variable),Trial,Error/Code,Reaction/Time")
+                                           .Rows({"left,T3,E,400", "right,T4,C,450", "left,T5,C,500"}));
         second->GetMainModel().HideRows({1});
         DataFile combined;
         combined.CopyFrom(*first);
         combined.Combine(*second);
-        QCOMPARE(files.Merge(combined, 2, false, false), QByteArray("\n{ Stroop & Flanker }\n{ 2026-03-012026-03-02  }\n\n"
-                                                         "Block\tError\tReaction\tHand\nName\tCode\tTime\t(Trial Variable)\n"
-                                                         "B1\tC\t300\t\t\nB1\tSC\t350\t\t\nB2\tE\t400\tleft\t\n"));
-    }
-
-    // The box comes up while the text still waits in the stream: the file
-    // on disk is empty until it is closed.
-    void reportsSuccessBeforeTheTextReachesTheDisk()
-    {
         driver.Catcher().Clear();
-        const QString path = files.Path("merged.txt");
         qint64 sizeWhileBoxShows = -1;
-        QTimer::singleShot(0, [&] { sizeWhileBoxShows = QFileInfo(path).size(); });
-        QVERIFY(!files.Merge(*files.Open(TenRows()), 2, false, false).isEmpty());
-        QCOMPARE(sizeWhileBoxShows, qint64(0));
-        QCOMPARE(driver.Catcher().Messages(), QStringList("Talvox Zephlane|Data successfully written to " + path + "."));
+        QTimer::singleShot(0, [&] { sizeWhileBoxShows = QFileInfo(files.Path("merged.txt")).size(); });
+        QCOMPARE(files.Merge(combined, 2, false, false),
+                 QByteArray("\n{ Stroop & Flanker }\n{ 2026-03-012026-03-02  }\n\nTrial\t\tError\tReaction\t\tHand\n"
+                            "\tKey\tCode\tTime\tStimulus\nSide\t(Trial Variable)\n"
+                            "T1\tk\tC\t300\ts\t\t\nT2\t\tSC\t350\t\t\t\nT3\t\tE\t400\t\tleft\t\n"));
+        QCOMPARE(QString::number(sizeWhileBoxShows) + ' ' + driver.Catcher().Messages().join(""),
+                 "0 Talvox Zephlane|Data successfully written to " + files.Path("merged.txt") + ".");
     }
 
     void clicksSetTheChoices()
