@@ -12,15 +12,16 @@ class TestColumnCommands : public QObject
 
     std::unique_ptr<WindowDriver> driver;
 
-    // The reaction times, "@" if column 12 shows the sort icon, the columns
+    // The reaction times, the columns that show the sort icon, the columns
     // hidden, and how much wider column 12 is than `width` while it shows.
     QString Raw(int width) const
     {
-        QString hidden;
-        for (int column = 0; column < driver->Raw()->model()->columnCount(); ++column)
-            hidden += driver->Raw()->isColumnHidden(column) ? QString(" -%1").arg(column) : QString();
-        const bool icon = !driver->Raw()->model()->headerData(12, Qt::Horizontal, Qt::DecorationRole).value<QIcon>().isNull();
-        return driver->Column(12).join(' ') + (icon ? " @" : "") + hidden
+        QString marks;
+        for (int column = 0; column < driver->Raw()->model()->columnCount(); ++column) {
+            const bool icon = !driver->Raw()->model()->headerData(column, Qt::Horizontal, Qt::DecorationRole).value<QIcon>().isNull();
+            marks += QString(icon ? " @%1" : "").arg(column) + QString(driver->Raw()->isColumnHidden(column) ? " -%1" : "").arg(column);
+        }
+        return driver->Column(12).join(' ') + marks
                + (driver->Raw()->isColumnHidden(12) ? QString() : QString(" +%1").arg(driver->Raw()->columnWidth(12) - width));
     }
 
@@ -33,15 +34,15 @@ private slots:
         QTest::addColumn<QList<int>>("headers");
         QTest::addColumn<QString>("shown");
         // A negative entry clicks the cell of that column in the first row.
-        QTest::newRow("one click") << QList<int>{12} << "300 100 200 +0";
-        QTest::newRow("two clicks") << QList<int>{12, 12} << "100 200 300 @ +25";
-        QTest::newRow("three clicks") << QList<int>{12, 12, 12} << "300 200 100 @ +25";
+        // The first click only prepares; each further one moves the sort on.
+        QTest::newRow("three clicks") << QList<int>{12, 12, 12} << "300 200 100 @12 +25";
         // File order again, and the room for the icon given back.
         QTest::newRow("four clicks") << QList<int>{12, 12, 12, 12} << "300 100 200 +0";
         QTest::newRow("flag column") << QList<int>{0, 0, 0} << "300 100 200 +0";
-        // A cell click in between cancels the preparation; another header moves it.
+        // A cell click in between cancels the preparation.
         QTest::newRow("header, cell, header") << QList<int>{12, -3, 12} << "300 100 200 +0";
-        QTest::newRow("another header, then two") << QList<int>{12, 4, 12, 12} << "100 200 300 @ +25";
+        // Another header moves the preparation, and the sort starts there.
+        QTest::newRow("another header, then two") << QList<int>{12, 4, 12, 12} << "100 200 300 @12 +25";
     }
 
     void headerClicksSortOnlyTheSecondTime()
@@ -79,8 +80,8 @@ private slots:
     {
         QTest::addColumn<QString>("trials");
         QTest::addColumn<QString>("ascending");
-        QTest::newRow("numbers and an empty cell") << "B T C 10, B T C 9, B T C , B T C 100, B T C -1.5" << " -1.5 9 10 100 @ +25";
-        QTest::newRow("text") << "B T C b, B T C B, B T C a, B T C A" << "A B a b @ +25";
+        QTest::newRow("numbers and an empty cell") << "B T C 10, B T C 9, B T C , B T C 100, B T C -1.5" << " -1.5 9 10 100 @12 +25";
+        QTest::newRow("text") << "B T C b, B T C B, B T C a, B T C A" << "A B a b @12 +25";
     }
 
     void sortsNumbersAsNumbersAndTheRestAsText()
@@ -121,7 +122,6 @@ private slots:
         driver->Trigger("actionShow_All_Columns");
         seen << Raw(width);
         QCOMPARE(seen, QStringList({"3 12 1", "300 100 200 -12", "300 100 200 +25", "300 100 200 -0 -15 +25", "300 100 200 +25"}));
-        QCOMPARE(menu->actions().first()->text() + '|' + menu->actions().last()->text(), "Hide Selected Columns|Show All Columns");
     }
 };
 

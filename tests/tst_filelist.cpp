@@ -44,8 +44,8 @@ class TestFileList : public QObject
     // Both lists, the info page, the file in focus and the actions that are on.
     QString Window() const
     {
-        return Names(CloudList()) + " | " + Shown() + QString(" | page %1 | ").arg(driver->Find<QStackedWidget>("stack_local_or_cloud_info")->currentIndex())
-               + driver->ActionStates();
+        const int page = driver->Find<QStackedWidget>("stack_local_or_cloud_info")->currentIndex();
+        return Names(CloudList()) + " | " + Shown() + QString(" | page %1 | ").arg(page) + driver->ActionStates();
     }
 
     // Writes files given as "name experiment rows", such as "a Stroop 2, b Flanker 3", as a.txt and b.txt.
@@ -121,7 +121,8 @@ private slots:
     {
         QTest::addColumn<QStringList>("names");
         QTest::addColumn<QString>("message");
-        QTest::newRow("one unreadable file") << QStringList("notes.txt") << "Zephlane|This file cannot be read. Please select a Kelmarun data file.";
+        QTest::newRow("one unreadable file")
+            << QStringList("notes.txt") << "Zephlane|This file cannot be read. Please select a Kelmarun data file.";
         QTest::newRow("unreadable among several")
             << QStringList({"new.txt", "notes.txt"}) << "Zephlane|One of these files cannot be read. Please select Kelmarun data files.";
         QTest::newRow("already open after a new one")
