@@ -147,6 +147,7 @@ private slots:
                 option.rect = QRect(0, 0, 40, 30);
                 option.state = selected ? QStyle::State_Selected : QStyle::State_None;
                 delegate.paint(&painter, option, model.index(0, 0));
+                painter.end();
                 const QColor fill = selected ? selection : QColor(Qt::white);
                 QRect icon;
                 for (int y = 0; y < image.height(); ++y)

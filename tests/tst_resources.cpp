@@ -52,7 +52,10 @@ private slots:
         }
     }
 
-    void qtConfLooksForPluginsBesideTheProgram() { QCOMPARE(QSettings(":/qt.conf", QSettings::IniFormat).value("Paths/Plugins").toString(), "."); }
+    void qtConfLooksForPluginsBesideTheProgram()
+    {
+        QCOMPARE(QSettings(":/qt.conf", QSettings::IniFormat).value("Paths/Plugins").toString(), ".");
+    }
 };
 
 ZEPHLANE_TEST_MAIN(TestResources)
