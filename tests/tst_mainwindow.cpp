@@ -31,10 +31,9 @@ namespace {
 // The logical columns at the first seven places of the raw table.
 QString VisualOrder(const MainWindow &window)
 {
-    const QHeaderView *header = window.findChild<QTableView *>("rawDataView")->horizontalHeader();
     QStringList order;
     for (int i = 0; i < 7; ++i)
-        order.append(QString::number(header->logicalIndex(i)));
+        order.append(QString::number(window.findChild<QTableView *>("rawDataView")->horizontalHeader()->logicalIndex(i)));
     return order.join(' ');
 }
 
@@ -47,21 +46,20 @@ class TestMainWindow : public QObject
 private slots:
     void init() { QSettings("Talvox", "Zephlane").clear(); }
 
+    // No directory stored: the dialog opens where it would anyway.
     void firstRunTakesThreeQuartersOfTheScreen()
     {
-        MainWindow window;
+        WindowDriver driver;
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        QCOMPARE(window.size(), QSize(screen.width() * 3 / 4, screen.height() * 3 / 4).expandedTo(QSize(850, 450)));
-        QCOMPARE(window.minimumSize(), QSize(850, 450));
-        // No directory stored: the dialog opens where it would anyway.
-        ModalCatcher catcher;
-        window.findChild<QAction *>("actionOpen_Files")->trigger();
-        QCOMPARE(catcher.FileDialogs(), QStringList("Select Files to Add|" + QDir::currentPath() + "|Text (*.txt)"));
+        QCOMPARE(driver.Window().size(), QSize(screen.width() * 3 / 4, screen.height() * 3 / 4).expandedTo(QSize(850, 450)));
+        driver.AddFiles({});
+        QCOMPARE(driver.Catcher().FileDialogs(), QStringList("Select Files to Add|" + QDir::currentPath() + "|Text (*.txt)"));
     }
 
-    // Closed with no file open, the window still stores every key. The file
-    // dialog would open in its last directory anyway, so the directory is
-    // seen in what the restored window stores again.
+    // Closed with no file open, the window still stores every key, and only
+    // the first thirteen column positions. The file dialog would open in its
+    // last directory anyway, so the directory is seen in what the restored
+    // window stores again.
     void geometryDirectoryAndColumnOrderComeBack()
     {
         QTemporaryDir data;
@@ -75,7 +73,6 @@ private slots:
             driver.Raw()->horizontalHeader()->moveSection(5, 1);
             driver.Window().close();
         }
-        // Only the first thirteen positions are stored.
         QCOMPARE(QSettings("Talvox", "Zephlane").allKeys().size(), 3 + 13);
         MainWindow window;
         QCOMPARE(QRect(window.pos(), window.size()), QRect(40, 30, 990, 640));
@@ -95,64 +92,49 @@ private slots:
     void storedColumnOrderIsApplied()
     {
         QFETCH(QVariantMap, stored);
-        QFETCH(QString, order);
-        {
-            QSettings settings("Talvox", "Zephlane");
-            for (auto it = stored.cbegin(); it != stored.cend(); ++it)
-                settings.setValue("ColumnOrder/" + it.key(), it.value());
-        }
-        MainWindow window;
-        QCOMPARE(VisualOrder(window), order);
+        QSettings settings("Talvox", "Zephlane");
+        for (auto it = stored.cbegin(); it != stored.cend(); ++it)
+            settings.setValue("ColumnOrder/" + it.key(), it.value());
+        settings.sync();
+        QTEST(VisualOrder(MainWindow()), "order");
     }
 
-    void storedCredentialsFillTheSignInFields()
+    // The sign-in fields come filled from the application's own settings
+    // file; the window starts on the local tab with every file action off.
+    void startsWithStoredCredentialsOnTheLocalTab()
     {
         QCoreApplication::setOrganizationName("Talvox");
         QCoreApplication::setApplicationName("Zephlane");
         const QString path = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/settings.ini";
-        {
-            QSettings credentials(path, QSettings::IniFormat);
-            credentials.setValue("Cloud/email", "ada@example.org");
-            credentials.setValue("Cloud/pw", "p4ss word");
-        }
-        MainWindow window;
-        const QLineEdit *password = window.findChild<QLineEdit *>("edit_subscriber_pwd");
-        QCOMPARE(window.findChild<QLineEdit *>("edit_subscriber_email")->text() + '|' + password->text(),
-                 "ada@example.org|p4ss word");
-        QCOMPARE(password->echoMode(), QLineEdit::Password);
-        QVERIFY(QFile::remove(path));
-    }
-
-    void startsOnTheLocalTabWithTheActionsOff()
-    {
+        QSettings credentials(path, QSettings::IniFormat);
+        credentials.setValue("Cloud/email", "ada@example.org");
+        credentials.setValue("Cloud/pw", "p4ss word");
+        credentials.sync();
         WindowDriver driver;
         QString pages;
-        for (const char *name : {"stack_local_or_cloud_info", "stack_xpt_filename", "stack_cloud",
-                                 "stack_login_progress", "stack_warn_if_overriding_local_files", "stack_cloud_options",
-                                 "stack_xpt_info", "tab_cloud_or_local_files", "tabWidget"})
+        for (const char *name : {"stack_local_or_cloud_info", "stack_xpt_filename", "stack_cloud", "stack_login_progress",
+                                 "stack_warn_if_overriding_local_files", "stack_cloud_options", "stack_xpt_info",
+                                 "tab_cloud_or_local_files", "tabWidget"})
             pages += driver.Find<QWidget>(name)->property("currentIndex").toString();
-        QCOMPARE(pages, "000000310");
-        QVERIFY(!driver.Find<QWidget>("specificBasisDropDown")->isVisible());
-        QCOMPARE(driver.ActionStates(), "00000 0000000000 0 11");
+        QCOMPARE(driver.Find<QLineEdit>("edit_subscriber_email")->text() + '|' + driver.Find<QLineEdit>("edit_subscriber_pwd")->text()
+                     + '|' + pages + ' ' + driver.ActionStates(),
+                 "ada@example.org|p4ss word|000000310 00000 0000000000 0 11");
+        QVERIFY(QFile::remove(path));
     }
 
     void helpAndRowColorsOpenTheirDialogs()
     {
         WindowDriver driver;
-        driver.Trigger("actionAbout");
-        QDialog *about = driver.Find<QDialog>("Dialog");
-        QVERIFY(about->isVisible() && about->isModal());
-        about->reject();
-
-        driver.Trigger("actionRow_Colors");
-        QVERIFY(driver.Window().findChild<RowColorsDialog *>()->isVisible());
-
         UrlCatcher urls;
         QDesktopServices::setUrlHandler("https", &urls, "Open");
-        driver.Trigger("actionTalvox_On_The_Web");
+        for (const char *action : {"actionAbout", "actionRow_Colors", "actionTalvox_On_The_Web"})
+            driver.Trigger(action);
         QDesktopServices::unsetUrlHandler("https");
+        QDialog *about = driver.Find<QDialog>("Dialog");
+        QVERIFY(about->isVisible() && about->isModal() && driver.Window().findChild<RowColorsDialog *>()->isVisible());
         QCOMPARE(urls.urls.size(), 1);
         QVERIFY(urls.urls.first().host().contains("talvox"));
+        about->reject();
     }
 };
 

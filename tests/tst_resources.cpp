@@ -7,78 +7,56 @@
 #include <QSettings>
 #include <QtTest>
 
-namespace {
-
-QImage BellCurve(int zones)
-{
-    return QImage(QStringLiteral(":/img/bellcurve%1.png").arg(zones)).convertToFormat(QImage::Format_ARGB32);
-}
-
-} // namespace
-
 class TestResources : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void everyImageLoadsAtItsSize_data();
-    void everyImageLoadsAtItsSize();
-    void bellCurveMarksTheZonesOfItsBits();
-    void qtConfLooksForPluginsBesideTheProgram();
-};
-
-void TestResources::everyImageLoadsAtItsSize_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QSize>("size"); // 0: any size in that direction
-    const auto add = [](const QString &path, int width, int height) {
-        QTest::newRow(qPrintable(path)) << path << QSize(width, height);
-    };
-    for (const char *path : {":/img/flag.png", ":../img/ascending.png", ":../img/descending.png", ":/img/km_cloud.png",
-                             ":/img/talvox.png"})
-        add(path, 0, 0);
-    add(":/img/warning_blue_w16.png", 16, 0);
-    for (const char *name :
-         {"new_std", "new_pressed", "delete_std", "delete_disabled", "delete_hover", "delete_pressed"})
-        add(QStringLiteral(":/img/icon_lb_%1.png").arg(name), 28, 22);
-    for (const char *state : {"std", "hover", "pressed"})
-        add(QStringLiteral(":/img/icon_cloud_options_%1.png").arg(state), 50, 28);
-    for (int zones = 0; zones < 16; ++zones)
-        add(QStringLiteral(":/img/bellcurve%1.png").arg(zones), 180, 90);
-}
-
-void TestResources::everyImageLoadsAtItsSize()
-{
-    QFETCH(QString, path);
-    QFETCH(QSize, size);
-    const QImage image(path);
-    QVERIFY(!image.isNull());
-    QCOMPARE(QSize(size.width() ? image.width() : 0, size.height() ? image.height() : 0), size);
-}
-
-// The flag dialog toggles zone 1, 2, 4 or 8 for a click below x 64, from 64,
-// from 90 and from 117. One point inside each range, under the curve, must
-// look like the fully marked picture exactly when that zone's bit is set.
-void TestResources::bellCurveMarksTheZonesOfItsBits()
-{
-    const QImage none = BellCurve(0);
-    const QImage all = BellCurve(15);
-    const int y = none.height() * 2 / 3;
-    const int xs[] = {56, 77, 103, 125};
-    for (int zones = 0; zones < 16; ++zones) {
-        const QImage image = BellCurve(zones);
-        for (int zone = 0; zone < 4; ++zone) {
-            QVERIFY(none.pixel(xs[zone], y) != all.pixel(xs[zone], y));
-            QCOMPARE(image.pixel(xs[zone], y), (zones & (1 << zone) ? all : none).pixel(xs[zone], y));
+    // Each image by its path, with the width and height it must have ("0":
+    // any size in that direction).
+    void everyImageLoadsAtItsSize()
+    {
+        QStringList paths{":/img/flag.png 0 0", ":../img/ascending.png 0 0", ":../img/descending.png 0 0", ":/img/km_cloud.png 0 0",
+                          ":/img/talvox.png 0 0", ":/img/warning_blue_w16.png 16 0"};
+        for (const char *name : {"new_std", "new_pressed", "delete_std", "delete_disabled", "delete_hover", "delete_pressed"})
+            paths << QString(":/img/icon_lb_%1.png 28 22").arg(name);
+        for (const char *state : {"std", "hover", "pressed"})
+            paths << QString(":/img/icon_cloud_options_%1.png 50 28").arg(state);
+        for (int zones = 0; zones < 16; ++zones)
+            paths << QString(":/img/bellcurve%1.png 180 90").arg(zones);
+        for (const QString &path : paths) {
+            const QStringList parts = path.split(' ');
+            const QImage image(parts[0]);
+            QVERIFY2(!image.isNull(), qPrintable(parts[0]));
+            const QString size = QString("%1 %2").arg(parts[1] == "0" ? 0 : image.width()).arg(parts[2] == "0" ? 0 : image.height());
+            QCOMPARE(parts[0] + ' ' + size, path);
         }
     }
-}
 
-void TestResources::qtConfLooksForPluginsBesideTheProgram()
-{
-    const QSettings conf(":/qt.conf", QSettings::IniFormat);
-    QCOMPARE(conf.value("Paths/Plugins").toString(), QString("."));
-}
+    // The flag dialog toggles zone 1, 2, 4 or 8 for a click below x 64, from
+    // 64, from 90 and from 117. One point inside each range, under the curve,
+    // must look like the fully marked picture exactly when that zone's bit is
+    // set.
+    void bellCurveMarksTheZonesOfItsBits()
+    {
+        auto curve = [](int zones) { return QImage(QString(":/img/bellcurve%1.png").arg(zones)).convertToFormat(QImage::Format_ARGB32); };
+        const QImage none = curve(0);
+        const QImage all = curve(15);
+        const int y = none.height() * 2 / 3;
+        for (int zones = 0; zones < 16; ++zones) {
+            for (int zone = 0; zone < 4; ++zone) {
+                const int x = QVector<int>{56, 77, 103, 125}[zone];
+                QVERIFY(none.pixel(x, y) != all.pixel(x, y));
+                QCOMPARE(curve(zones).pixel(x, y), (zones & (1 << zone) ? all : none).pixel(x, y));
+            }
+        }
+    }
+
+    void qtConfLooksForPluginsBesideTheProgram()
+    {
+        QCOMPARE(QSettings(":/qt.conf", QSettings::IniFormat).value("Paths/Plugins").toString(), ".");
+    }
+};
 
 ZEPHLANE_TEST_MAIN(TestResources)
 #include "tst_resources.moc"

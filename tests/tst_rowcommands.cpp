@@ -12,112 +12,90 @@ class TestRowCommands : public QObject
 
     std::unique_ptr<WindowDriver> driver;
 
-    // Two blocks of two trials; the second is self-corrected.
-    static DataFileBuilder TwoBlocks()
-    {
-        return WindowDriver::Trials("B1 T1 C 300, B1 T2 SC 500, B2 T1 E 400, B2 T2 C 600");
-    }
-    void Press(int row, int column, Qt::MouseButton button = Qt::LeftButton)
-    {
-        WindowDriver::ClickCell(driver->Raw(), row, column, button);
-    }
+    void Press(int row, int column, Qt::MouseButton button = Qt::LeftButton) { WindowDriver::ClickCell(driver->Raw(), row, column, button); }
     // Clicks a cell of the first row and shift-clicks one of the last, so that
     // two cells of each row are selected: a row toggled once per cell would
     // come back to where it was.
     void SelectRows(int first, int last)
     {
-        WindowDriver::ClickCell(driver->Raw(), first, 2);
+        Press(first, 2);
         WindowDriver::ClickCell(driver->Raw(), last, 3, Qt::LeftButton, Qt::ShiftModifier);
     }
-    // The rows on screen that show the flag icon, then the line of counts.
-    QString Flags() const
+    // The reaction times on screen, the rows that show the flag icon, then
+    // the line of counts.
+    QString Rows() const
     {
-        const QAbstractItemModel *model = driver->Raw()->model();
-        QStringList rows;
-        for (int row = 0; row < model->rowCount(); ++row) {
-            if (model->index(row, 0).data(Qt::DecorationRole).isValid())
-                rows.append(QString::number(row));
-        }
-        return rows.join(' ') + driver->Find<QLabel>("flaggedRows")->text() + "|" +
-               driver->Find<QLabel>("hiddenRows")->text();
+        return driver->Column(12).join(' ') + " | " + TableContents::FlaggedRows(*driver->Raw()->model())
+               + driver->Find<QLabel>("flaggedRows")->text() + "|" + driver->Find<QLabel>("hiddenRows")->text();
     }
     // The general summary, then the per block table.
-    QString Statistics() const
-    {
-        return driver->Summary() + ", " + TableContents::Rows(*driver->Sections()->model()).join(", ");
-    }
+    QString Statistics() const { return driver->Summary() + ", " + TableContents::Rows(*driver->Sections()->model()).join(", "); }
 
 private slots:
     void init() { driver = std::make_unique<WindowDriver>(); }
     void cleanup() { driver.reset(); }
 
-    // A press flags only in column 0, with either button; Flag Selection turns
-    // each selected row once, so mixed flags are inverted, not all set.
+    // A press flags only in column 0, with either button; Flag Selection
+    // turns each selected row once, so mixed flags are inverted, not all set.
+    // With nothing selected nothing changes, and the view does not move. A
+    // flagged row out of sight does not count.
     void flagsAndHiddenRowsReadOnTheBottomLine()
     {
-        driver->Open(WindowDriver::Stroop("S", 60));
-        QCOMPARE(Flags(), "|");
+        driver->Open(WindowDriver::ThreeTimes());
+        QStringList seen{Rows()};
         Press(1, 0);
-        Press(3, 0, Qt::RightButton);
+        Press(0, 0, Qt::RightButton);
         Press(2, 5);
-        QCOMPARE(Flags(), "1 3 (2 flagged|)");
-        SelectRows(0, 2);
+        seen << Rows();
+        SelectRows(1, 2);
         driver->Trigger("actionFlag_Selection");
-        QCOMPARE(Flags(), "0 2 3 (3 flagged|)");
+        seen << Rows();
+        SelectRows(1, 1);
+        driver->Trigger("actionHide_Selected_Rows");
+        seen << Rows();
+        driver->Trigger("actionHide_Flagged_Rows");
+        seen << Rows();
+        QCOMPARE(seen, QStringList({"300 100 200 | |", "300 100 200 | 0 1 (2 flagged|)", "300 100 200 | 0 2 (2 flagged|)",
+                                    "300 200 | 0 1 (2 flagged, |1 hidden)", " |  (|3 hidden)"}));
 
-        // With nothing selected nothing changes, and the view does not move.
+        driver->Open(WindowDriver::Stroop("S", 60));
+        SelectRows(0, 2);
         driver->Raw()->clearSelection();
         driver->Raw()->scrollToBottom();
         const int scrolled = driver->Raw()->verticalScrollBar()->value();
         driver->Trigger("actionFlag_Selection");
-        QCOMPARE(Flags(), "0 2 3 (3 flagged|)");
-        QCOMPARE(driver->Raw()->verticalScrollBar()->value(), scrolled);
-
-        SelectRows(4, 6);
-        driver->Trigger("actionHide_Selected_Rows");
-        QCOMPARE(Flags(), "0 2 3 (3 flagged, |3 hidden)");
-        // A flagged row out of sight does not count.
-        driver->Trigger("actionHide_Flagged_Rows");
-        QCOMPARE(Flags(), " (|6 hidden)");
+        QCOMPARE(QString::number(driver->Raw()->verticalScrollBar()->value() - scrolled) + Rows().section(" | ", 1), "0|");
     }
 
-    void hidingSelectedRowsLeavesTheStatistics()
-    {
-        driver->Open(TwoBlocks());
-        SelectRows(1, 2);
-        driver->Trigger("actionHide_Selected_Rows");
-        QCOMPARE(driver->Column(12), QStringList({"300", "600"}));
-        // The "SC" row leaves "All Responses:" but not "Correct Responses:".
-        QCOMPARE(Statistics(), "2||450.00 msec, 3|150.00%|466.67 msec, 0|0.00%|0.00 msec, 0|0.00%|0.00 msec, "
-                               "B1: 2 0 0 -0.99, B2: 1 0 0 0");
-        driver->Trigger("actionShow_All_Rows");
-        QCOMPARE(driver->Column(12), QStringList({"300", "500", "400", "600"}));
-        QCOMPARE(Statistics(), "4||450.00 msec, 3|75.00%|466.67 msec, 1|25.00%|400.00 msec, 0|0.00%|0.00 msec, "
-                               "B1: 2 0 0 0, B2: 1 1 0 0");
-    }
-
-    void hidingByFlagLeavesEveryStatistic_data()
+    void hidingRowsAndShowingAll_data()
     {
         QTest::addColumn<QString>("action");
-        QTest::addColumn<QStringList>("left");
-        QTest::newRow("flagged") << "actionHide_Flagged_Rows" << QStringList{"300", "600"};
-        QTest::newRow("unflagged") << "actionHide_Unflagged_Rows" << QStringList{"500", "400"};
+        QTest::addColumn<QString>("shown");
+        // Hiding selected rows takes them out of the statistics: the "SC" row
+        // leaves "All Responses:" but not "Correct Responses:".
+        QTest::newRow("selected") << "actionHide_Selected_Rows" << "300 600 | 2||450.00 msec, 3|150.00%|466.67 msec, 0|0.00%|0.00 msec, "
+                                                                   "0|0.00%|0.00 msec, B1: 2 0 0 -0.99, B2: 1 0 0 0";
+        // Hiding by flag leaves every statistic.
+        QTest::newRow("flagged") << "actionHide_Flagged_Rows" << "300 600 | 4||450.00 msec, 3|75.00%|466.67 msec, 1|25.00%|400.00 msec, "
+                                                                 "0|0.00%|0.00 msec, B1: 2 0 0 0, B2: 1 1 0 0";
+        QTest::newRow("unflagged") << "actionHide_Unflagged_Rows" << "500 400 | 4||450.00 msec, 3|75.00%|466.67 msec, 1|25.00%|400.00 msec, "
+                                                                     "0|0.00%|0.00 msec, B1: 2 0 0 0, B2: 1 1 0 0";
     }
 
-    void hidingByFlagLeavesEveryStatistic()
+    // Rows 1 and 2 of two blocks, the second self-corrected, are flagged and
+    // selected; Show All Rows brings back the rows and the statistics.
+    void hidingRowsAndShowingAll()
     {
         QFETCH(QString, action);
-        QFETCH(QStringList, left);
-        driver->Open(TwoBlocks());
+        driver->Open(WindowDriver::Trials("B1 T1 C 300, B1 T2 SC 500, B2 T1 E 400, B2 T2 C 600"));
         const QString statistics = Statistics();
         Press(1, 0);
         Press(2, 0);
+        SelectRows(1, 2);
         driver->Trigger(action);
-        QCOMPARE(driver->Column(12), left);
-        QCOMPARE(Statistics(), statistics);
+        QTEST(driver->Column(12).join(' ') + " | " + Statistics(), "shown");
         driver->Trigger("actionShow_All_Rows");
-        QCOMPARE(driver->Column(12).size(), 4);
-        QCOMPARE(Statistics(), statistics);
+        QCOMPARE(driver->Column(12).join(' ') + " | " + Statistics(), "300 500 400 600 | " + statistics);
     }
 
     // On a sorted table rows are chosen by their place on screen and taken at
@@ -130,50 +108,52 @@ private slots:
         Press(0, 0);
         WindowDriver::ClickHeader(driver->Raw(), 12);
         WindowDriver::ClickHeader(driver->Raw(), 12);
-        QCOMPARE(Flags(), "2 (1 flagged|)");
+        Press(1, 0);
+        QString selected = Rows();
         const QItemSelectionModel *selection = driver->Raw()->selectionModel();
-        driver->Trigger("actionSelect_Flagged_Rows");
-        QVERIFY(selection->isRowSelected(0, {}) && !selection->isRowSelected(2, {}));
-        driver->Trigger("actionSelect_Unflagged_Rows");
-        QVERIFY(!selection->isRowSelected(0, {}) && selection->isRowSelected(2, {}));
+        for (const char *action : {"actionSelect_Flagged_Rows", "actionSelect_Unflagged_Rows"}) {
+            driver->Trigger(action);
+            selected += ' ';
+            for (int row = 0; row < 3; ++row)
+                selected += selection->isRowSelected(row, {}) ? '1' : '0';
+        }
         SelectRows(0, 0);
         driver->Trigger("actionHide_Selected_Rows");
-        QCOMPARE(driver->Column(12), QStringList({"100", "200"}));
-        QVERIFY(driver->Summary().startsWith("2||150.00 msec,"));
+        QCOMPARE(selected + " | " + Rows() + " | " + driver->Summary().section(',', 0, 0),
+                 "100 200 300 | 1 2 (2 flagged|) 101 010 | 100 200 | 1 (1 flagged, |1 hidden) | 2||150.00 msec");
     }
 
+    // The first file, added on the summary tab, finds the row actions off. A
+    // press over a cell turns Flag Selection on, a press below the rows off;
+    // back on the raw tab a selection brings it back. Select All serves the
+    // summary tab too. A file that takes the focus has no row under the
+    // pointer yet.
     void actionsFollowTheFileAndTheTab()
     {
-        // The first file, added on the summary tab, finds the row actions off.
         driver->ShowTab(1);
         driver->Open(WindowDriver::Stroop("S", 3));
-        QCOMPARE(driver->ActionStates(), "11111 0000000000 0 11");
+        QStringList seen{driver->ActionStates()};
         driver->ShowTab(0);
-        QCOMPARE(driver->ActionStates(), "11111 1111111111 0 11");
-        // A press over a cell turns Flag Selection on, a press below the rows off.
         Press(0, 2);
-        QCOMPARE(driver->ActionStates(), "11111 1111111111 1 11");
-        QTest::mouseClick(driver->Raw()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          QPoint(5, driver->Raw()->viewport()->height() - 3));
-        QCOMPARE(driver->ActionStates(), "11111 1111111111 0 11");
+        seen << driver->ActionStates();
+        QTest::mouseClick(driver->Raw()->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(5, driver->Raw()->viewport()->height() - 3));
+        seen << driver->ActionStates();
         Press(0, 2);
         driver->ShowTab(1);
-        QCOMPARE(driver->ActionStates(), "11111 0000000000 0 11");
-        // Select All serves the summary tab too.
+        seen << driver->ActionStates();
         driver->Trigger("actionSelect_All_Rows");
-        QCOMPARE(driver->Sections()->selectionModel()->selectedIndexes().size(), 4);
-        // Back on the raw tab the selection brings Flag Selection back.
+        seen << QString::number(driver->Sections()->selectionModel()->selectedIndexes().size());
         driver->ShowTab(0);
-        QCOMPARE(driver->ActionStates(), "11111 1111111111 1 11");
+        seen << driver->ActionStates();
         driver->Trigger("actionSelect_All_Rows");
-        QCOMPARE(driver->Raw()->selectionModel()->selectedRows().size(), 3);
-
-        // A file that takes the focus has no row under the pointer yet.
+        seen << QString::number(driver->Raw()->selectionModel()->selectedRows().size());
         driver->Open(WindowDriver::Stroop("S", 2));
-        QCOMPARE(driver->ActionStates(), "11111 1111111111 0 11");
+        seen << driver->ActionStates();
         driver->ClickRows({0, 1});
         driver->Trigger("actionRemove_Selected_Files");
-        QCOMPARE(driver->ActionStates(), "00000 0000000000 0 11");
+        seen << driver->ActionStates();
+        QCOMPARE(seen, QStringList({"11111 0000000000 0 11", "11111 1111111111 1 11", "11111 1111111111 0 11", "11111 0000000000 0 11", "4",
+                                    "11111 1111111111 1 11", "3", "11111 1111111111 0 11", "00000 0000000000 0 11"}));
     }
 };
 

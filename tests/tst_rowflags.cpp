@@ -1,7 +1,6 @@
 // Flags, flag rules, hiding and restoring rows in the raw table, as the
 // signals and an attached view see them.
 
-#include "datafile.h"
 #include "tablecontents.h"
 #include "testenvironment.h"
 #include "testfiles.h"
@@ -14,38 +13,27 @@
 
 namespace {
 
-QList<int> FlaggedRows(const QAbstractItemModel &model)
-{
-    QList<int> rows;
-    for (int row = 0; row < model.rowCount(); ++row)
-        if (model.index(row, 0).data(Qt::DecorationRole).isValid())
-            rows << row;
-    return rows;
-}
+using TableContents::FlaggedRows;
 
-// A file whose reaction times are `times`, coded "C" unless given.
-DataFileBuilder Rows(const QStringList &times, const QStringList &codes = {})
+// A file of `rows` given as "code,time".
+std::unique_ptr<DataFile> Open(TestFiles &files, const QString &rows)
 {
-    DataFileBuilder builder;
-    builder.ProductTitles();
-    for (int i = 0; i < times.size(); ++i)
-        builder.Trial("B1", "T" + QString::number(i), codes.value(i, "C"), times[i]);
-    return builder;
+    return files.Open(DataFileBuilder().Columns("Error/Code,Reaction/Time").Rows(rows.split(' ')));
 }
 
 // Records the model's signals in the order they came.
 class SignalLog : public QObject
 {
 public:
-    explicit SignalLog(MainModel *model)
+    explicit SignalLog(MainModel &model)
     {
-        connect(model, &MainModel::RowChanged, this, [this](int type) { log << QString("RowChanged %1").arg(type); });
-        connect(model, &MainModel::MatchesCounted, this, [this](int n) { log << QString("Matches %1").arg(n); });
-        connect(model, &MainModel::rowsRemoved, this,
-                [this](const QModelIndex &, int first, int last) { log << QString("removed %1-%2").arg(first).arg(last); });
-        connect(model, &MainModel::rowsInserted, this,
-                [this](const QModelIndex &, int first, int last) { log << QString("inserted %1-%2").arg(first).arg(last); });
-        connect(model, &MainModel::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
+        connect(&model, &MainModel::RowChanged, this, [this](int type) { log << QString("RowChanged %1").arg(type); });
+        connect(&model, &MainModel::MatchesCounted, this, [this](int n) { log << QString("Matches %1").arg(n); });
+        connect(&model, &MainModel::rowsRemoved, this, [this](const QModelIndex &, int row) { log << QString("removed %1").arg(row); });
+        connect(&model, &MainModel::rowsInserted, this, [this](const QModelIndex &, int first, int last) {
+            log << QString("inserted %1-%2").arg(first).arg(last);
+        });
+        connect(&model, &MainModel::dataChanged, this, [this](const QModelIndex &from, const QModelIndex &to) {
             log << QString("changed %1,%2-%3,%4").arg(from.row()).arg(from.column()).arg(to.row()).arg(to.column());
         });
     }
@@ -58,251 +46,173 @@ class TestRowFlags : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void flagsFollowFileRowsThroughHideAndRestore();
-    void hidingAndRestoringAsAViewSeesThem();
-    void hidingManyRowsLooksAsRowByRow_data();
-    void hidingManyRowsLooksAsRowByRow();
-    void paintsFlaggedAndHiddenRows_data();
-    void paintsFlaggedAndHiddenRows();
-    void deviationRuleDivisions_data();
-    void deviationRuleDivisions();
-    void rulesMatchTheirRows_data();
-    void rulesMatchTheirRows();
-    void rulesCountOrApply();
-    void rulesWithoutTheirColumnMatchNothing();
-
-private:
     TestFiles files;
-};
 
-void TestRowFlags::flagsFollowFileRowsThroughHideAndRestore()
-{
-    const auto file = files.Open(Rows({"10", "11", "12", "13", "14", "15"}));
-    MainModel &model = file->GetMainModel();
-    model.SetRowFlag(1, true);
-    model.SetRowFlag(4, true);
-    model.HideRows({0, 2});
-    QCOMPARE(TableContents::Column(model, 12), QStringList({"11", "13", "14", "15"}));
-    QCOMPARE(FlaggedRows(model), QList<int>({0, 2}));
-    // A flagged row out of sight no longer counts.
-    model.HideRows({0});
-    QCOMPARE(model.FlaggedRowCount(), 1);
-    model.SetRowFlag(2, true);
-    model.RestoreRows();
-    QCOMPARE(FlaggedRows(model), QList<int>({1, 4, 5}));
-    QCOMPARE(model.FlaggedRowCount(), 3);
-    QCOMPARE(model.HiddenRowCount(), 0);
-}
-
-void TestRowFlags::hidingAndRestoringAsAViewSeesThem()
-{
-    const auto file = files.Open(Rows({"10", "11", "12", "13", "14", "15", "16"}));
-    MainModel &model = file->GetMainModel();
-    QTableView view;
-    view.setModel(&file->GetMainProxy());
-    SignalLog signalLog(&model);
-    model.RestoreRows();
-    QVERIFY(signalLog.log.isEmpty());
-    model.HideRows({2, 5, 3});
-    QCOMPARE(TableContents::Column(*view.model(), 12), QStringList({"10", "11", "14", "16"}));
-    model.RestoreRows();
-    // Announced as added at the end, the rows are back in their own places.
-    QCOMPARE(TableContents::Column(*view.model(), 12), QStringList({"10", "11", "12", "13", "14", "15", "16"}));
-    model.ChangeFlag(model.index(1, 3));
-    QCOMPARE(signalLog.log, QStringList({"removed 5-5", "removed 3-3", "removed 2-2", "RowChanged 1", "inserted 4-6",
-                                         "changed 0,0-6,16", "RowChanged 1", "RowChanged 0", "changed 1,3-1,16"}));
-    QCOMPARE(FlaggedRows(*view.model()), QList<int>({1}));
-}
-
-void TestRowFlags::hidingManyRowsLooksAsRowByRow_data()
-{
-    QTest::addColumn<int>("sortColumn");
-    QTest::addColumn<int>("order");
-    QTest::newRow("unsorted") << -1 << int(Qt::AscendingOrder);
-    QTest::newRow("ascending") << 12 << int(Qt::AscendingOrder);
-    QTest::newRow("descending") << 12 << int(Qt::DescendingOrder);
-}
-
-// A file hides a batch of rows as one change to its proxy; a view must end
-// up with the same rows, order and selection as if the proxy had followed
-// each removal, also when a restore has left the sorted order mixed.
-void TestRowFlags::hidingManyRowsLooksAsRowByRow()
-{
-    QFETCH(int, sortColumn);
-    QFETCH(int, order);
-    const QStringList times = {"300", "", "20", "abc", "1000", "5", "", "70", "300", "9", "x", "42"};
-    const auto batch = files.Open(Rows(times));
-    const auto single = files.Open(Rows(times));
-    QTableView batchView;
-    QTableView singleView;
-    auto state = [](QTableView &view) {
-        QStringList rows;
-        for (const QModelIndex &index : view.selectionModel()->selectedRows(12))
-            rows << index.data().toString();
-        rows.sort();
-        return TableContents::Column(*view.model(), 12) + rows << QString::number(view.currentIndex().row());
-    };
-    for (auto pair : {std::make_pair(batch.get(), &batchView), std::make_pair(single.get(), &singleView)}) {
-        MainProxy &proxy = pair.first->GetMainProxy();
-        pair.second->setModel(&proxy);
-        proxy.sort(sortColumn, Qt::SortOrder(order));
-        pair.first->GetMainModel().HideRows({1, 4});
-        pair.first->GetMainModel().RestoreRows();
-        pair.second->setCurrentIndex(proxy.index(9, 3));
-        // Two rows that stay, and one that goes.
-        for (const int row : {2, 5, 0})
-            pair.second->selectionModel()->select(proxy.mapFromSource(proxy.sourceModel()->index(row, 0)),
-                                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+private slots:
+    // Flags belong to file rows through hiding and restoring; a flagged row
+    // out of sight no longer counts. Restored rows are announced as added at
+    // the end, yet come back in their own places.
+    void flagsFollowFileRowsThroughHideAndRestore()
+    {
+        const auto file = Open(files, "C,10 C,11 C,12 C,13 C,14 C,15 C,16");
+        MainModel &model = file->GetMainModel();
+        QTableView view;
+        view.setModel(&file->GetMainProxy());
+        SignalLog signalLog(model);
+        model.RestoreRows();
+        model.SetRowFlag(1, true);
+        model.SetRowFlag(4, true);
+        QStringList seen;
+        auto look = [&] {
+            seen << TableContents::Column(*view.model(), 2).join(' ') + " | " + FlaggedRows(*view.model())
+                        + QString(" | %1 flagged %2 hidden").arg(model.FlaggedRowCount()).arg(model.HiddenRowCount());
+        };
+        model.HideRows({2, 5, 0});
+        look();
+        model.HideRows({0});
+        look();
+        model.ChangeFlag(model.index(0, 1));
+        model.RestoreRows();
+        look();
+        QCOMPARE(seen, QStringList({"11 13 14 16 | 0 2 | 2 flagged 3 hidden", "13 14 16 | 1 | 1 flagged 4 hidden",
+                                    "10 11 12 13 14 15 16 | 1 3 4 | 3 flagged 0 hidden"}));
+        QCOMPARE(signalLog.log, QStringList({"RowChanged 0", "RowChanged 0", "removed 5", "removed 2", "removed 0", "RowChanged 1",
+                                             "removed 0", "RowChanged 1", "RowChanged 0", "changed 0,1-0,2", "inserted 3-6",
+                                             "changed 0,0-6,2", "RowChanged 1"}));
     }
-    batch->HideRows({0, 3, 7, 10});
-    single->GetMainModel().HideRows({0, 3, 7, 10});
-    QCOMPARE(state(batchView), state(singleView));
-    QCOMPARE(batchView.selectionModel()->selectedRows().size(), 2);
-}
 
-void TestRowFlags::paintsFlaggedAndHiddenRows_data()
-{
-    QTest::addColumn<QColor>("codeColor");
-    QTest::addColumn<QColor>("flaggedColor");
-    QTest::addColumn<bool>("override");
-    QTest::addColumn<QColor>("background");
-    QTest::newRow("code colour wins") << QColor(Qt::red) << QColor(Qt::blue) << false << QColor(Qt::red);
-    QTest::newRow("flagged colour fills in") << QColor() << QColor(Qt::blue) << false << QColor(Qt::blue);
-    QTest::newRow("override") << QColor(Qt::red) << QColor(Qt::blue) << true << QColor(Qt::blue);
-    QTest::newRow("override without flagged colour") << QColor(Qt::red) << QColor() << true << QColor();
-}
+    void hidingManyRowsLooksAsRowByRow_data()
+    {
+        QTest::addColumn<int>("sortColumn");
+        QTest::addColumn<int>("order");
+        QTest::newRow("unsorted") << -1 << int(Qt::AscendingOrder);
+        QTest::newRow("ascending") << 2 << int(Qt::AscendingOrder);
+        QTest::newRow("descending") << 2 << int(Qt::DescendingOrder);
+    }
 
-// Row 0, flagged, shows file row 1 ("C") once row 0 is hidden, but is
-// painted by file row 0 ("E"): colours go by the visible row number.
-void TestRowFlags::paintsFlaggedAndHiddenRows()
-{
-    QFETCH(QColor, codeColor);
-    QFETCH(QColor, flaggedColor);
-    QFETCH(bool, override);
-    const auto file = files.Open(Rows({"10", "11"}, {"E", "C"}));
-    MainModel &model = file->GetMainModel();
-    model.SetRowColors({Qt::green, codeColor, QColor(), QColor(), flaggedColor});
-    model.ChangeColorOption(false, override);
-    model.SetRowFlag(1, true);
-    model.HideRows({0});
-    QCOMPARE(model.data(model.index(0, 11)).toString(), QString("C"));
-    QTEST(model.data(model.index(0, 11), Qt::BackgroundRole).value<QColor>(), "background");
-    // The text colour looks at the code's colour only.
-    model.ChangeRowColor(4, Qt::black);
-    QVERIFY(!model.data(model.index(0, 11), Qt::ForegroundRole).isValid());
-}
+    // A file hides a batch of rows as one change to its proxy; a view must
+    // end up with the same rows, order, selection and current row as if the
+    // proxy had followed each removal, also when a restore has left the
+    // sorted order mixed.
+    void hidingManyRowsLooksAsRowByRow()
+    {
+        QFETCH(int, sortColumn);
+        QFETCH(int, order);
+        const QString rows = "C,300 C, C,20 C,abc C,1000 C,5 C, C,70 C,300 C,9 C,x C,42";
+        const auto batch = Open(files, rows);
+        const auto single = Open(files, rows);
+        QTableView batchView;
+        QTableView singleView;
+        auto state = [](QTableView &view) {
+            QStringList selected;
+            for (const QModelIndex &index : view.selectionModel()->selectedRows(2))
+                selected << index.data().toString();
+            selected.sort();
+            return TableContents::Column(*view.model(), 2).join(' ') + " | " + selected.join(' ')
+                   + QString(" | %1").arg(view.currentIndex().row());
+        };
+        for (auto [file, view] : {std::pair(batch.get(), &batchView), std::pair(single.get(), &singleView)}) {
+            MainProxy &proxy = file->GetMainProxy();
+            view->setModel(&proxy);
+            proxy.sort(sortColumn, Qt::SortOrder(order));
+            file->GetMainModel().HideRows({1, 4});
+            file->GetMainModel().RestoreRows();
+            view->setCurrentIndex(proxy.index(9, 1));
+            // Two rows that stay, and one that goes.
+            for (const int row : {2, 5, 0})
+                view->selectionModel()->select(proxy.mapFromSource(proxy.sourceModel()->index(row, 0)),
+                                               QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        batch->HideRows({0, 3, 7, 10});
+        single->GetMainModel().HideRows({0, 3, 7, 10});
+        QCOMPARE(state(batchView), state(singleView));
+        QCOMPARE(batchView.selectionModel()->selectedRows().size(), 2);
+    }
 
-void TestRowFlags::deviationRuleDivisions_data()
-{
-    QTest::addColumn<int>("divisions");
-    QTest::addColumn<int>("SDs");
-    QTest::addColumn<QStringList>("matched");
-    // Bounds come from the first two rows alone: average 200, deviation 100.
-    // "x" does not read as a number and counts as 0.
-    const QStringList all{"100", "300", "200", "150", "250", "99.99", "300.01", "x"};
-    QTest::newRow("far left") << 1 << 1 << QStringList{"99.99", "x"};
-    QTest::newRow("left holds the lower bound") << 2 << 1 << QStringList{"100", "150"};
-    QTest::newRow("right holds the average") << 4 << 1 << QStringList{"200", "250"};
-    QTest::newRow("far right holds the upper bound") << 8 << 1 << QStringList{"300", "300.01"};
-    QTest::newRow("all") << 15 << 3 << all;
-    QTest::newRow("none") << 0 << 1 << QStringList{};
-    QTest::newRow("no deviations: inner divisions empty") << 6 << 0 << QStringList{};
-    QTest::newRow("no deviations: outer divisions") << 9 << 0 << all;
-}
+    void rulesMatchTheirRows_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<QString>("rows");
+        // Deviation divisions 1, 2, 4, 8 and the count of deviations; bounds
+        // from rows 0 and 1 alone, average 200 and deviation 100. Each
+        // division holds its lower bound; "x" and the empty cell count as 0.
+        QTest::newRow("far left") << "SD 1 1" << "5 7 9";
+        QTest::newRow("left holds the lower bound") << "SD 2 1" << "0 3";
+        QTest::newRow("right holds the average") << "SD 4 1" << "2 4";
+        QTest::newRow("far right holds the upper bound") << "SD 8 1" << "1 6 8";
+        QTest::newRow("all") << "SD 15 3" << "0 1 2 3 4 5 6 7 8 9";
+        QTest::newRow("none") << "SD 0 1" << "";
+        QTest::newRow("no deviations: inner divisions empty") << "SD 6 0" << "";
+        QTest::newRow("no deviations: outer divisions") << "SD 9 0" << "0 1 2 3 4 5 6 7 8 9";
+        // Codes: correct, incorrect, then the third argument is "SC" and the fourth "NR".
+        QTest::newRow("correct") << "EC 1 0 0 0" << "0 5 8";
+        QTest::newRow("third argument is self-correct") << "EC 0 0 1 0" << "3 9";
+        QTest::newRow("fourth argument is no response") << "EC 0 0 0 1" << "2 7";
+        // The time rules read a whole number, so "99.99" and "512.9" read as 0.
+        QTest::newRow("at most 0") << "TL 1 0 0 0" << "5 6 7 8 9";
+        QTest::newRow("at most, bound included") << "TL 1 100 0 0" << "0 5 6 7 8 9";
+        QTest::newRow("at least, bound included") << "TL 0 0 1 250" << "1 4";
+        QTest::newRow("range, bounds included") << "TR 150 250" << "2 3 4";
+        QTest::newRow("range of one value") << "TR 200 200" << "";
+        QTest::newRow("reversed range") << "TR 600 0" << "";
+    }
 
-void TestRowFlags::deviationRuleDivisions()
-{
-    QFETCH(int, divisions);
-    QFETCH(int, SDs);
-    const auto file = files.Open(Rows({"100", "300", "200", "150", "250", "99.99", "300.01", "x"}));
-    MainModel &model = file->GetMainModel();
-    model.HideRows({2, 3, 4, 5, 6, 7});
-    QCOMPARE(model.CalculateStandardDeviation(), 100.0);
-    model.RestoreRows();
-    model.SetFlaggingOptions(0, 0);
-    model.SetFlagsSD(divisions & 1, divisions & 2, divisions & 4, divisions & 8, SDs);
-    QStringList flagged;
-    for (const int row : FlaggedRows(model))
-        flagged << model.data(model.index(row, 12)).toString();
-    QTEST(flagged, "matched");
-}
+    void rulesMatchTheirRows()
+    {
+        QFETCH(QString, rule);
+        const auto file = Open(files, "C,100 E,300 NR,200 SC,150 X,250 C,99.99 E,300.01 NR,x C,512.9 SC,");
+        MainModel &model = file->GetMainModel();
+        model.HideRows({2, 3, 4, 5, 6, 7, 8, 9});
+        QCOMPARE(model.CalculateStandardDeviation(), 100.0);
+        model.RestoreRows();
+        model.SetFlaggingOptions(0, 0);
+        const QStringList parts = rule.split(' ');
+        auto arg = [&](int i) { return parts[i].toInt(); };
+        if (parts[0] == "SD")
+            model.SetFlagsSD(arg(1) & 1, arg(1) & 2, arg(1) & 4, arg(1) & 8, arg(2));
+        else if (parts[0] == "EC")
+            model.SetFlagsEC(arg(1), arg(2), arg(3), arg(4));
+        else if (parts[0] == "TL")
+            model.SetFlagsTL(arg(1), arg(2), arg(3), arg(4));
+        else
+            model.SetFlagsTR(arg(1), arg(2));
+        QTEST(FlaggedRows(model), "rows");
+    }
 
-void TestRowFlags::rulesMatchTheirRows_data()
-{
-    QTest::addColumn<QString>("rule");
-    QTest::addColumn<QList<int>>("rows");
-    // Rows: C 512.9, E 400, NR 500, SC empty, X 600. The time rules read a
-    // whole number, so 512.9 and the empty cell read as 0.
-    QTest::newRow("correct") << "EC 1 0 0 0" << QList<int>{0};
-    QTest::newRow("third argument is self-correct") << "EC 0 0 1 0" << QList<int>{3};
-    QTest::newRow("fourth argument is no response") << "EC 0 0 0 1" << QList<int>{2};
-    QTest::newRow("at most 0") << "TL 1 0 0 0" << QList<int>{0, 3};
-    QTest::newRow("at most, bound included") << "TL 1 400 0 0" << QList<int>{0, 1, 3};
-    QTest::newRow("at least, bound included") << "TL 0 0 1 500" << QList<int>{2, 4};
-    QTest::newRow("range, bounds included") << "TR 400 500" << QList<int>{1, 2};
-    QTest::newRow("range of one value") << "TR 500 500" << QList<int>{};
-    QTest::newRow("reversed range") << "TR 600 0" << QList<int>{};
-}
+    // Counting changes nothing; applying writes each matching row, then
+    // reports the count; unflagging counts rows that had no flag. Values
+    // outside the two tables leave the options as they were. A rule whose
+    // column is missing matches nothing.
+    void rulesCountOrApply()
+    {
+        const auto file = Open(files, "C,10 E,20 C,30");
+        MainModel &model = file->GetMainModel();
+        SignalLog signalLog(model);
+        model.SetFlaggingOptions(1, 0);
+        model.SetFlagsEC(true, false, false, false);
+        model.SetFlaggingOptions(0, 0);
+        model.SetFlagsEC(true, false, false, false);
+        signalLog.log << FlaggedRows(model);
+        model.SetFlaggingOptions(7, 1);
+        model.SetFlagsTL(true, 100, false, 0);
+        QCOMPARE(signalLog.log, QStringList({"Matches 2", "RowChanged 0", "RowChanged 0", "Matches 2", "0 2", "RowChanged 0",
+                                             "RowChanged 0", "RowChanged 0", "Matches 3"}));
+        QCOMPARE(model.FlaggedRowCount(), 0);
 
-void TestRowFlags::rulesMatchTheirRows()
-{
-    QFETCH(QString, rule);
-    const auto file = files.Open(Rows({"512.9", "400", "500", "", "600"}, {"C", "E", "NR", "SC", "X"}));
-    MainModel &model = file->GetMainModel();
-    model.SetFlaggingOptions(0, 0);
-    const QStringList parts = rule.split(' ');
-    auto arg = [&](int i) { return parts[i].toInt(); };
-    if (parts[0] == "EC")
-        model.SetFlagsEC(arg(1), arg(2), arg(3), arg(4));
-    else if (parts[0] == "TL")
-        model.SetFlagsTL(arg(1), arg(2), arg(3), arg(4));
-    else
-        model.SetFlagsTR(arg(1), arg(2));
-    QTEST(FlaggedRows(model), "rows");
-}
-
-// Counting changes nothing; applying writes each matching row, then
-// reports the count; unflagging counts rows that had no flag.
-void TestRowFlags::rulesCountOrApply()
-{
-    const auto file = files.Open(Rows({"10", "20", "30"}, {"C", "E", "C"}));
-    MainModel &model = file->GetMainModel();
-    SignalLog signalLog(&model);
-    model.SetFlaggingOptions(1, 0);
-    model.SetFlagsEC(true, false, false, false);
-    QCOMPARE(model.FlaggedRowCount(), 0);
-    model.SetFlaggingOptions(0, 0);
-    model.SetFlagsEC(true, false, false, false);
-    QCOMPARE(FlaggedRows(model), QList<int>({0, 2}));
-    // Values outside the two tables leave the options as they were.
-    model.SetFlaggingOptions(7, 1);
-    model.SetFlagsTL(true, 100, false, 0);
-    QCOMPARE(model.FlaggedRowCount(), 0);
-    QCOMPARE(signalLog.log, QStringList({"Matches 2", "RowChanged 0", "RowChanged 0", "Matches 2", "RowChanged 0",
-                                         "RowChanged 0", "RowChanged 0", "Matches 3"}));
-}
-
-void TestRowFlags::rulesWithoutTheirColumnMatchNothing()
-{
-    const auto file = files.Open(DataFileBuilder().Titles({"Block", "Trial"}, {"Name", "Name"}).Row({"B", "T"}).Row({"B", "U"}));
-    MainModel &model = file->GetMainModel();
-    SignalLog signalLog(&model);
-    model.SetFlaggingOptions(0, 0);
-    model.CalculateStandardDeviation();
-    model.SetFlagsSD(true, true, true, true, 1);
-    model.SetFlagsEC(true, true, true, true);
-    model.SetFlagsTL(true, 100, true, 0);
-    model.SetFlagsTR(0, 100);
-    QCOMPARE(signalLog.log, QStringList({"Matches 0", "Matches 0", "Matches 0", "Matches 0"}));
-
-    const auto times = files.Open(Rows({"10", "30"}));
-    MainModel &timed = times->GetMainModel();
-    QCOMPARE(timed.CalculateStandardDeviation(), 10.0);
-    timed.HideRows({0, 1});
-    QVERIFY(std::isnan(timed.CalculateAverage()));
-    QVERIFY(std::isnan(timed.CalculateStandardDeviation()));
-}
+        const auto untimed = files.Open(DataFileBuilder().Columns("Block/Name,Trial/Name").Rows({"B,T", "B,U"}));
+        MainModel &other = untimed->GetMainModel();
+        SignalLog matches(other);
+        other.SetFlaggingOptions(0, 0);
+        other.CalculateStandardDeviation();
+        other.SetFlagsSD(true, true, true, true, 1);
+        other.SetFlagsEC(true, true, true, true);
+        other.SetFlagsTL(true, 100, true, 0);
+        other.SetFlagsTR(0, 100);
+        QCOMPARE(matches.log, QStringList({"Matches 0", "Matches 0", "Matches 0", "Matches 0"}));
+        model.HideRows({0, 1, 2});
+        QVERIFY(std::isnan(model.CalculateAverage()) && std::isnan(model.CalculateStandardDeviation()));
+    }
+};
 
 ZEPHLANE_TEST_MAIN(TestRowFlags)
 #include "tst_rowflags.moc"

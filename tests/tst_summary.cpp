@@ -19,51 +19,33 @@ private slots:
     void init() { driver = std::make_unique<WindowDriver>(); }
     void cleanup() { driver.reset(); }
 
-    void generalSummaryOfTheFileInFocus_data()
-    {
-        QTest::addColumn<QString>("trials");
-        QTest::addColumn<QString>("summary");
-        // The form leaves the percentage of all responses empty, and nothing writes it.
-        QTest::newRow("each code") << "B1 T1 C 300, B1 T2 C 500, B1 T3 E 400, B2 T1 NR, B2 T2 C 450, B2 T3 E 615"
-                                   << "6||377.50 msec, 3|50.00%|416.67 msec, 2|33.33%|507.50 msec, 1|16.67%|0.00 msec";
-        QTest::newRow("self-corrected counts as correct") << "B1 T1 C 300, B1 T2 SC 600, B1 T3 E 420"
-            << "3||440.00 msec, 2|66.67%|450.00 msec, 1|33.33%|420.00 msec, 0|0.00%|0.00 msec";
-        QTest::newRow("no known code") << "B1 T1 X 300, B1 T2  500"
-                                       << "0||0.00 msec, 0|0.00%|0.00 msec, 0|0.00%|0.00 msec, 0|0.00%|0.00 msec";
-    }
-
-    void generalSummaryOfTheFileInFocus()
-    {
-        QFETCH(QString, trials);
-        QFETCH(QString, summary);
-        Open(trials);
-        QCOMPARE(driver->Summary(), summary);
-    }
-
-    // After removing every file a new one fills all but that percentage again.
+    // Combined files add up: row 0 is all responses, then "C", "E" and "NR";
+    // the form leaves the percentage of all responses empty, and nothing
+    // writes it. Removing every file leaves zeros, and a new file, here with
+    // no known code, fills all but that percentage again.
     void combinedFilesSumAndRemovalLeavesZeros()
     {
         Open("B1 T1 C 300, B1 T2 E 500");
         Open("B1 T1 C 700, B1 T2 NR");
         driver->ClickRows({0, 1});
-        QCOMPARE(driver->Summary(), "4||375.00 msec, 2|50.00%|500.00 msec, 1|25.00%|500.00 msec, 1|25.00%|0.00 msec");
+        QStringList seen{driver->Summary()};
         driver->Click("minusButton");
-        QCOMPARE(driver->Summary(), "0|0|0, 0|0|0, 0|0|0, 0|0|0");
-        Open("B1 T1 E 250");
-        QCOMPARE(driver->Summary(), "1|0|250.00 msec, 0|0.00%|0.00 msec, 1|100.00%|250.00 msec, 0|0.00%|0.00 msec");
+        seen << driver->Summary();
+        Open("B1 T1 X 250");
+        QCOMPARE(seen << driver->Summary(), QStringList({"4||375.00 msec, 2|50.00%|500.00 msec, 1|25.00%|500.00 msec, 1|25.00%|0.00 msec",
+                                                          "0|0|0, 0|0|0, 0|0|0, 0|0|0",
+                                                          "0|0|0.00 msec, 0|0.00%|0.00 msec, 0|0.00%|0.00 msec, 0|0.00%|0.00 msec"}));
     }
 
     void subDropDownFollowsTheBasis_data()
     {
         QTest::addColumn<int>("basis");
-        QTest::addColumn<QString>("entries");
-        QTest::addColumn<QString>("sections");
-        QTest::newRow("per block") << 0 << "" << "B1: 1 1 0 0";
-        QTest::newRow("per trial") << 1 << "" << "T1: 1 0 0 0, T2: 0 1 0 0";
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("per block") << 0 << "hidden 0 hidden |  | B1: 1 1 0 0";
+        QTest::newRow("per trial") << 1 << "hidden 0 hidden |  | T1: 1 0 0 0, T2: 0 1 0 0";
         // A trial variable loses its "(Trial Variable)" line; a code column keeps its line break.
-        QTest::newRow("per trial variable") << 2 << "Congruency" << "congruent: 1 0 0 0, incongruent: 0 1 0 0";
-        QTest::newRow("per code value") << 3 << "Key, Pressed Or\nReleased, Stimulus\nSide"
-                                        << "left: 1 0 0 0, right: 0 1 0 0";
+        QTest::newRow("per trial variable") << 2 << "shown 0 shown | Congruency | congruent: 1 0 0 0, incongruent: 0 1 0 0";
+        QTest::newRow("per code value") << 3 << "shown 0 shown | Key, Pressed Or\nReleased, Stimulus\nSide | left: 1 0 0 0, right: 0 1 0 0";
     }
 
     // The drop-down shows for the last two bases; with no file nothing fills
@@ -71,18 +53,14 @@ private slots:
     void subDropDownFollowsTheBasis()
     {
         QFETCH(int, basis);
-        QFETCH(QString, entries);
-        QFETCH(QString, sections);
         QComboBox *names = Combo("specificBasisDropDown");
         driver->ShowTab(1);
         Combo("basisDropDown")->setCurrentIndex(basis);
-        QCOMPARE(names->isVisible(), !entries.isEmpty());
-        QCOMPARE(names->count(), 0);
+        QString shown = QString(names->isVisible() ? "shown " : "hidden ") + QString::number(names->count());
         Open("B1 T1 C 300 congruent left, B1 T2 E 350 incongruent right");
-        QCOMPARE(TableContents::Column(*names->model(), 0).join(", "), entries);
-        QCOMPARE(names->isVisible(), !entries.isEmpty());
         names->setCurrentIndex(names->count() - 1);
-        QCOMPARE(Sections(), sections);
+        shown += QString(names->isVisible() ? " shown" : " hidden") + " | " + TableContents::Column(*names->model(), 0).join(", ");
+        QTEST(shown + " | " + Sections(), "shown");
     }
 
     // Each file keeps its own section model; the one that takes the focus is
@@ -97,8 +75,7 @@ private slots:
         Combo("filterDropDown")->setCurrentIndex(2);
         QCOMPARE(Sections(), "up: 300.00 0.00 0.00 0.00, down: 320.00 0.00 0.00 0.00");
         driver->ClickRows({0});
-        QCOMPARE(Combo("specificBasisDropDown")->currentIndex(), 0);
-        QCOMPARE(Sections(), "z: 500.00 500.00 0.00 0.00");
+        QCOMPARE(QString::number(Combo("specificBasisDropDown")->currentIndex()) + " | " + Sections(), "0 | z: 500.00 500.00 0.00 0.00");
     }
 };
 

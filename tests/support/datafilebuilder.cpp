@@ -27,25 +27,34 @@ DataFileBuilder &DataFileBuilder::Trials(const QStringList &rows)
     return *this;
 }
 
+DataFileBuilder &DataFileBuilder::Columns(const QString &titles)
+{
+    upperTitles.clear();
+    lowerTitles.clear();
+    for (const QString &title : titles.split(QLatin1Char(','))) {
+        const int slash = title.indexOf(QLatin1Char('/'));
+        upperTitles << (slash < 0 ? QString() : title.left(slash));
+        lowerTitles << title.mid(slash + 1);
+    }
+    return *this;
+}
+
+DataFileBuilder &DataFileBuilder::Rows(const QStringList &rows)
+{
+    for (const QString &row : rows)
+        Row(row.split(QLatin1Char(',')));
+    return *this;
+}
+
 QByteArray DataFileBuilder::Bytes() const
 {
     QList<QByteArray> lines;
-    if (legacy) {
-        lines << legacyFirst.toUtf8() << experiment.toUtf8() << date.toUtf8() << legacyFourth.toUtf8();
-    } else {
-        lines << ".Experiment Name\t" + experiment.toUtf8() << ".Date\t" + date.toUtf8();
-        for (const auto &field : fields)
-            lines << field.first.toUtf8() + '\t' + field.second.toUtf8();
-        for (const QString &line : headerLines)
-            lines << line.toUtf8();
-        lines << terminator.toUtf8();
-    }
-    lines << upperTitles.join(QLatin1Char('\t')).toUtf8() << lowerTitles.join(QLatin1Char('\t')).toUtf8();
-    lines << rows;
-    QByteArray bytes;
-    for (const QByteArray &line : lines)
-        bytes += line + lineEnd;
-    return bytes;
+    if (legacy)
+        lines << "Kelmarun Data File" << experiment.toUtf8() << date.toUtf8() << "";
+    else
+        lines << ".Experiment Name\t" + experiment.toUtf8() << ".Date\t" + date.toUtf8() << "";
+    lines << upperTitles.join(QLatin1Char('\t')).toUtf8() << lowerTitles.join(QLatin1Char('\t')).toUtf8() << rows;
+    return lines.join('\n') + '\n';
 }
 
 QString DataFileBuilder::Write(const QString &path) const

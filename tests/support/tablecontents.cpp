@@ -1,19 +1,36 @@
 #include "tablecontents.h"
 
+#include "datafile.h"
+
 #include <QAbstractItemModel>
 
 namespace TableContents {
 
-QStringList Rows(const QAbstractItemModel &model)
+namespace {
+
+QStringList JoinedRows(const QAbstractItemModel &model, const QString &separator, bool withHeader)
 {
     QStringList rows;
     for (int row = 0; row < model.rowCount(); ++row) {
         QStringList cells;
         for (int column = 0; column < model.columnCount(); ++column)
             cells << model.data(model.index(row, column)).toString();
-        rows << model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString() + ": " + cells.join(' ');
+        const QString header = model.headerData(row, Qt::Vertical, Qt::DisplayRole).toString();
+        rows << (withHeader ? header + ": " : QString()) + cells.join(separator);
     }
     return rows;
+}
+
+} // namespace
+
+QStringList Rows(const QAbstractItemModel &model)
+{
+    return JoinedRows(model, QStringLiteral(" "), true);
+}
+
+QStringList Cells(const QAbstractItemModel &model)
+{
+    return JoinedRows(model, QStringLiteral("|"), false);
 }
 
 QStringList Column(const QAbstractItemModel &model, int column)
@@ -22,6 +39,16 @@ QStringList Column(const QAbstractItemModel &model, int column)
     for (int row = 0; row < model.rowCount(); ++row)
         cells << model.data(model.index(row, column)).toString();
     return cells;
+}
+
+QString FlaggedRows(const QAbstractItemModel &model)
+{
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (model.index(row, 0).data(Qt::DecorationRole).isValid())
+            rows << QString::number(row);
+    }
+    return rows.join(' ');
 }
 
 QStringList Titles(const QAbstractItemModel &model)
@@ -38,6 +65,27 @@ QString Numbers(const QVector<double> &values)
     for (const double value : values)
         texts << QString::number(value);
     return texts.join(' ');
+}
+
+QString Sections(SectionModel &sections, int sectionType, int subIndex, int dataType)
+{
+    sections.ChangeSectionType(sectionType);
+    sections.ChangeSubIndex(subIndex);
+    sections.ChangeDataType(dataType);
+    return Rows(sections).join(QStringLiteral(", "));
+}
+
+QString Statistics(DataFile &file, int dataType)
+{
+    SectionModel &sections = file.GetSectionModel();
+    QStringList tables{Numbers(file.Overall().counts) + " / " + Numbers(file.Overall().sums),
+                       "blocks: " + Sections(sections, 0, 0, dataType), "trials: " + Sections(sections, 1, 0, dataType)};
+    for (const int type : {2, 3}) {
+        const QStringList names = type == 2 ? sections.TrialVariableNames() : sections.CodeNames();
+        for (int i = 0; i < names.size(); ++i)
+            tables << names[i] + ": " + Sections(sections, type, i, dataType);
+    }
+    return tables.join(QStringLiteral("; "));
 }
 
 } // namespace TableContents
