@@ -2,6 +2,7 @@
 // and the validator that refuses what is not a data file.
 
 #include "datafilevalidator.h"
+#include "informationbox.h"
 #include "modalcatcher.h"
 #include "tablecontents.h"
 #include "testenvironment.h"
@@ -196,7 +197,7 @@ private slots:
         QFETCH(QByteArray, bytes);
         QFETCH(bool, valid);
         ModalCatcher catcher;
-        QCOMPARE(ValidateDataFiles({files.Write(bytes)}), valid);
+        QCOMPARE(ValidateDataFiles({files.Write(bytes)}, ShowInformationBox), valid);
         QCOMPARE(catcher.Messages().size(), valid ? 0 : 1);
     }
 };
