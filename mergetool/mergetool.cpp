@@ -3,6 +3,7 @@
 #include "datafile.h"
 #include "datafilevalidator.h"
 #include "filecombiner.h"
+#include "wholewrites.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -140,14 +141,14 @@ std::unique_ptr<QFileDevice> MergeTool::OpenOutput() const
     const QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Text;
     const QFileInfo target(outputName);
     if (outputName.isEmpty() || (target.exists() && !target.isFile())) {
-        auto output = std::make_unique<QFile>(outputName);
+        auto output = std::make_unique<WholeWrites<QFile>>(outputName);
         if (outputName.isEmpty())
             output->open(fileno(stdout), mode);
         else
             output->open(mode);
         return output;
     }
-    auto output = std::make_unique<QSaveFile>(outputName);
+    auto output = std::make_unique<WholeWrites<QSaveFile>>(outputName);
     output->open(mode);
     return output;
 }
@@ -174,7 +175,9 @@ int MergeTool::Write(const DataFile &record, QFileDevice &output)
     record.WriteMergedFile(output, kAllRows, false, transpose,
                            [&success](const QString &, const QString &text) { success = text; });
     auto *file = qobject_cast<QSaveFile *>(&output);
-    const bool written = file ? file->commit() : output.flush() && output.error() == QFileDevice::NoError;
+    // Flushed first: a save file's commit misses an error of the flush
+    // that closing does.
+    const bool written = output.flush() && output.error() == QFileDevice::NoError && (!file || file->commit());
     if (!written) {
         PrintLine(OutputError(output));
         return NotWritten;
