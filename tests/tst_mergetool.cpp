@@ -79,11 +79,10 @@ private slots:
         auto *dialog = driver.Window().findChild<MergeDialog *>();
         if (dialog->Transpose() != transpose)
             QTest::mouseClick(dialog->findChild<QAbstractButton *>("checkBox"), Qt::LeftButton, {}, QPoint(8, 8));
+        QFile::remove(byWindow);
         driver.Catcher().QueueFileAnswer({byWindow});
-        driver.Catcher().QueueMessageAnswer(QMessageBox::Yes);
         QTest::mouseClick(dialog->findChild<QAbstractButton *>("pushButton_2"), Qt::LeftButton);
         const QByteArray expected = ReadAll(byWindow);
-        QVERIFY(expected.contains("Stroop") || transpose);
 
         QStringList arguments;
         for (const int row : order)
