@@ -5,6 +5,7 @@
 #include "benchdata.h"
 #include "datafile.h"
 #include "datafilevalidator.h"
+#include "informationbox.h"
 #include "samplefilewriter.h"
 
 #include <QFile>
@@ -65,7 +66,7 @@ void ReportMemory(benchmark::State &state, const QString &path, double fileBytes
     malloc_trim(0);
     const double before = StatusBytes("VmRSS:");
     ResetPeak();
-    const bool valid = ValidateDataFiles({path});
+    const bool valid = ValidateDataFiles({path}, ShowInformationBox);
     const DataFile file(path);
     const double open = StatusBytes("VmRSS:") - before;
     const double peak = StatusBytes("VmHWM:") - before;
@@ -82,7 +83,7 @@ void BM_OpenFile(benchmark::State &state)
     const QString path = SampleFile(rows);
     const double fileBytes = double(QFileInfo(path).size());
     for (auto _ : state) {
-        const bool valid = ValidateDataFiles({path});
+        const bool valid = ValidateDataFiles({path}, ShowInformationBox);
         auto file = std::make_unique<DataFile>(path);
         benchmark::DoNotOptimize(valid);
         benchmark::DoNotOptimize(file->Overall().TotalCount());

@@ -6,14 +6,15 @@
 
 #include "datafile.h"
 #include "datafilevalidator.h"
+#include "filecombiner.h"
 #include "flagspecialdialog.h"
+#include "informationbox.h"
 #include "rowcolorsdialog.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QMouseEvent>
 
@@ -31,7 +32,7 @@ bool MainWindow::OpenFiles(QStringList file_paths)
     }
     if (file_paths.isEmpty())
         return true;
-    if (!ValidateDataFiles(file_paths) || AnyFileAlreadyOpen(file_paths))
+    if (!ValidateDataFiles(file_paths, ShowInformationBox) || AnyFileAlreadyOpen(file_paths))
         return false;
 
     // Counted before a combined record is dropped, so with one present the
@@ -68,20 +69,13 @@ void MainWindow::LoadDataFiles(const QStringList &file_paths)
         files.push_back(std::make_unique<DataFile>(path));
 }
 
+// A combined record stands among the open files too, with an empty path.
 bool MainWindow::AnyFileAlreadyOpen(const QStringList &file_paths) const
 {
-    for (const QString &path : file_paths) {
-        for (const std::unique_ptr<DataFile> &file : files) {
-            if (file->Path() == path) {
-                QMessageBox::information(
-                    nullptr, QStringLiteral("Talvox Zephlane"),
-                    QStringLiteral("One of the files that you have selected has already been opened."),
-                    QMessageBox::Ok);
-                return true;
-            }
-        }
-    }
-    return false;
+    QStringList openPaths;
+    for (const std::unique_ptr<DataFile> &file : files)
+        openPaths.append(file->Path());
+    return AnyPathAlreadyOpen(file_paths, openPaths, ShowInformationBox);
 }
 
 void MainWindow::DropCombinedFile()
@@ -191,24 +185,11 @@ QVector<int> MainWindow::SelectedFileRows() const
 // one difference is enough to show "Different experiments" instead.
 void MainWindow::BuildCombinedFile(const QVector<int> &rows)
 {
-    files.push_back(std::make_unique<DataFile>());
-    DataFile &combined = *files.back();
-    combined.CopyFrom(*files[rows.first()]);
-    const QString reference = combined.ExperimentName();
-    bool same = true;
-    for (int i = 1; i < rows.size(); ++i) {
-        const DataFile &next = *files[rows[i]];
-        const bool differs = next.ExperimentName() != reference;
-        combined.Combine(next);
-        if (differs)
-            same = false;
-    }
-    if (same) {
-        combined.SetExperimentName(reference);
-        ui->stack_xpt_filename->setCurrentIndex(0);
-    } else {
-        ui->stack_xpt_filename->setCurrentIndex(1);
-    }
+    FileCombiner combiner;
+    for (const int row : rows)
+        combiner.Add(*files[row]);
+    ui->stack_xpt_filename->setCurrentIndex(combiner.SameExperiment() ? 0 : 1);
+    files.push_back(combiner.Take());
     combinedActive = true;
 }
 

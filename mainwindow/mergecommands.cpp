@@ -4,6 +4,7 @@
 #include "mainwindow.h"
 
 #include "datafile.h"
+#include "informationbox.h"
 #include "mergedialog.h"
 
 #include <QFile>
@@ -32,6 +33,6 @@ void MainWindow::OutputMergedData()
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return;
     currentFile->WriteMergedFile(file, mergeDialog->RowsToMerge(), mergeDialog->IncludeHiddenRows(),
-                                 mergeDialog->Transpose());
+                                 mergeDialog->Transpose(), ShowInformationBox);
     mergeDialog->reject();
 }

@@ -2,16 +2,14 @@
 
 BaseModel::BaseModel(QObject *parent)
     : QAbstractTableModel(parent)
-    , sortIcons{QIcon(), QIcon(QStringLiteral(":../img/ascending.png")),
-                QIcon(QStringLiteral(":../img/descending.png"))}
 {
 }
 
 QVariant BaseModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (role == Qt::DecorationRole && orientation == Qt::Horizontal && section == sortColumn
-        && sortState > 0 && sortState < sortIcons.size())
-        return sortIcons[sortState];
+        && (sortState == 1 || sortState == 2))
+        return SortIcon(sortState);
     return QAbstractTableModel::headerData(section, orientation, role);
 }
 
@@ -25,4 +23,14 @@ int BaseModel::CycleSortState(int column)
         sortState++;
     sortColumn = column;
     return sortState;
+}
+
+// Drawn only once a sorted header is shown, so that a model made without a
+// GUI application, as the command-line tool makes them, loads no image.
+const QIcon &BaseModel::SortIcon(int state) const
+{
+    if (sortIcons.isEmpty())
+        sortIcons = {QIcon(), QIcon(QStringLiteral(":../img/ascending.png")),
+                     QIcon(QStringLiteral(":../img/descending.png"))};
+    return sortIcons[state];
 }

@@ -23,7 +23,9 @@ public:
     void SetSortState(int state) { sortState = state; }
 
 private:
-    QVector<QIcon> sortIcons;
+    const QIcon &SortIcon(int state) const;
+
+    mutable QVector<QIcon> sortIcons;
     int sortState = 0;
     int sortColumn = -1;
     int sortPrepColumn = -1;

@@ -35,7 +35,7 @@ QVector<ShareColumn> ShareColumns(const MainModel &model)
 
 } // namespace
 
-#include <QFile>
+#include <QFileDevice>
 #include <QTextStream>
 
 DataFile::DataFile(const QString &path)
@@ -104,14 +104,19 @@ void DataFile::Combine(const DataFile &other)
 }
 
 // No codec is set: the file takes the locale's encoding, like every text
-// the program writes.
-void DataFile::WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows,
-                               bool transpose) const
+// the program writes. The report comes while the stream still holds the
+// text, whether or not it will reach the disk: the window's box is up
+// before anything is written, and writing errors are deliberately not
+// looked at here.
+void DataFile::WriteMergedFile(QFileDevice &file, int rowsToMerge, bool includeHiddenRows, bool transpose,
+                               const MessageReport &report) const
 {
     QTextStream stream(&file);
     if (!transpose)
         stream << "\n{ " << experimentName << " }\n{ " << date << " }\n\n";
-    mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose, file.fileName());
+    mainModel.WriteMergedRows(stream, rowsToMerge, includeHiddenRows, transpose);
+    report(QStringLiteral("Talvox Zephlane"),
+           QStringLiteral("Data successfully written to ") + file.fileName() + QLatin1Char('.'));
 }
 
 void DataFile::HideRows(const QVector<int> &rows)

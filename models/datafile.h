@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mainmodel.h"
+#include "messagereport.h"
 #include "mainproxy.h"
 #include "proxymodel.h"
 #include "sectionmodel.h"
@@ -9,7 +10,7 @@
 #include <QMap>
 #include <QString>
 
-class QFile;
+class QFileDevice;
 
 // The record of one opened data file, or of several files combined for a
 // multiple selection: its header facts, rows, statistics and the proxies
@@ -34,9 +35,11 @@ public:
     void CopyFrom(const DataFile &other);
     // Adds a further selected file to a combined record.
     void Combine(const DataFile &other);
-    // Writes the merged output file into `file`, which the caller has opened;
-    // see MainModel::WriteMergedRows for the choices.
-    void WriteMergedFile(QFile &file, int rowsToMerge, bool includeHiddenRows, bool transpose) const;
+    // Writes the merged output file into `file`, which the caller has opened,
+    // and reports that it was written; see MainModel::WriteMergedRows for the
+    // choices.
+    void WriteMergedFile(QFileDevice &file, int rowsToMerge, bool includeHiddenRows, bool transpose,
+                         const MessageReport &report) const;
 
     // Hides visible rows of the table and leaves the statistics alone.
     void HideRows(const QVector<int> &rows);

@@ -1,79 +1,87 @@
 #include "datafilevalidator.h"
 
-#include "headerline.h"
+#include "chunkedlines.h"
+#include "linefacts.h"
 
 #include <QFile>
-#include <QMessageBox>
+#include <QFileInfo>
 #include <QTextStream>
 
 namespace {
 
-bool ContainsAny(const QString &line, std::initializer_list<const char *> words)
-{
-    for (const char *word : words) {
-        if (line.contains(QLatin1String(word)))
-            return true;
-    }
-    return false;
-}
-
 // A line 3 with a colon passes only when it also holds one of / . -
-bool LegacyLinesFail(const QString &line2, const QString &line3, const QString &line4)
+bool LegacyLinesFail(const LineFacts &line2, const LineFacts &line3, const LineFacts &line4)
 {
-    const bool timeLike = line3.contains(QLatin1Char(':')) && !line3.contains(QLatin1Char('/'))
-                          && !line3.contains(QLatin1Char('.')) && !line3.contains(QLatin1Char('-'));
-    const bool oneWord = !line4.isEmpty() && HeaderLine::HasNoWhiteSpace(line4);
-    return line2.isEmpty() || timeLike || oneWord;
+    const bool timeLike = line3.Contains(':') && !line3.Contains('/') && !line3.Contains('.') && !line3.Contains('-');
+    const bool oneWord = !line4.IsEmpty() && line4.HasNoWhiteSpace();
+    return line2.IsEmpty() || timeLike || oneWord;
 }
 
-// Steps through the header; leaves the stream before the two title lines,
+// Steps through the header; leaves the lines before the two title lines,
 // or returns false for a legacy header that fails.
-bool SkipHeader(QTextStream &stream)
+bool SkipHeader(ChunkedLines &lines)
 {
     bool sawDotted = false;
-    while (!stream.atEnd()) {
-        const QString line = stream.readLine();
-        if (HeaderLine::IsFieldLine(line) || HeaderLine::IsDotLine(line)) {
+    while (!lines.AtEnd()) {
+        LineFacts line;
+        lines.NextLine(&line);
+        if (line.IsFieldLine() || line.IsDotLine()) {
             sawDotted = true;
             continue;
         }
-        if (sawDotted && line.isEmpty())
+        if (sawDotted && line.IsEmpty())
             return true;
-        stream.seek(0);
-        stream.readLine();
-        const QString line2 = stream.readLine();
-        const QString line3 = stream.readLine();
-        const QString line4 = stream.readLine();
+        lines.Rewind();
+        LineFacts line1, line2, line3, line4;
+        for (LineFacts *legacyLine : {&line1, &line2, &line3, &line4})
+            lines.NextLine(legacyLine);
         return !LegacyLinesFail(line2, line3, line4);
     }
     return true;
 }
 
+// Only a regular file is opened at all: opening a named pipe would wait for
+// a writer, and a device such as /dev/zero never ends.
 bool IsDataFile(const QString &path)
 {
+    if (!QFileInfo(path).isFile())
+        return false;
     QFile file(path);
     file.open(QIODevice::ReadOnly | QIODevice::Text);
     QTextStream stream(&file);
-    if (!SkipHeader(stream))
+    ChunkedLines lines(stream);
+    if (!SkipHeader(lines))
         return false;
-    const QString upper = stream.readLine();
-    const QString lower = stream.readLine();
-    return ContainsAny(upper, {"Participant", "Pressed Or", "Error", "Reaction"})
-           && ContainsAny(lower, {"Response", "Key", "Released", "Code", "Time"});
+    LineFacts upper({"Participant", "Pressed Or", "Error", "Reaction"});
+    LineFacts lower({"Response", "Key", "Released", "Code", "Time"});
+    lines.NextLine(&upper);
+    lines.NextLine(&lower);
+    return upper.ContainsAnyWord() && lower.ContainsAnyWord();
 }
 
 } // namespace
 
-bool ValidateDataFiles(const QStringList &paths)
+bool ValidateDataFiles(const QStringList &paths, const MessageReport &report)
 {
     for (const QString &path : paths) {
         if (IsDataFile(path))
             continue;
-        const QString text = paths.size() == 1
-                                 ? QStringLiteral("This file cannot be read. Please select a Kelmarun data file.")
-                                 : QStringLiteral("One of these files cannot be read. Please select Kelmarun data files.");
-        QMessageBox::information(nullptr, QStringLiteral("Zephlane"), text);
+        report(QStringLiteral("Zephlane"),
+               paths.size() == 1 ? QStringLiteral("This file cannot be read. Please select a Kelmarun data file.")
+                                 : QStringLiteral("One of these files cannot be read. Please select Kelmarun data files."));
         return false;
     }
     return true;
+}
+
+bool AnyPathAlreadyOpen(const QStringList &paths, const QStringList &openPaths, const MessageReport &report)
+{
+    for (const QString &path : paths) {
+        if (openPaths.contains(path)) {
+            report(QStringLiteral("Talvox Zephlane"),
+                   QStringLiteral("One of the files that you have selected has already been opened."));
+            return true;
+        }
+    }
+    return false;
 }

@@ -27,14 +27,4 @@ bool IsDotLine(const QString &line)
     return line == QLatin1String(".");
 }
 
-bool HasNoWhiteSpace(const QString &line)
-{
-    for (const QChar c : line) {
-        const ushort u = c.unicode();
-        if (u == ' ' || u == '\t' || u == '\n' || u == '\v' || u == '\f' || u == '\r')
-            return false;
-    }
-    return true;
-}
-
 } // namespace HeaderLine

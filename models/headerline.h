@@ -9,7 +9,5 @@ namespace HeaderLine {
 
 bool IsFieldLine(const QString &line);
 bool IsDotLine(const QString &line);
-// Whether the line matches "^\S*$" in full: no blank, TAB, LF, VT, FF or CR.
-bool HasNoWhiteSpace(const QString &line);
 
 } // namespace HeaderLine

@@ -2,7 +2,6 @@
 
 #include "sectionstats.h"
 
-#include <QMessageBox>
 #include <QTextStream>
 
 #include <algorithm>
@@ -42,7 +41,6 @@ void BuildTitleLines(const QStringList &headers, QString *titleLine1, QString *t
 
 MainModel::MainModel(QObject *parent, bool isPlaceholder)
     : BaseModel(parent)
-    , flagIcon(QStringLiteral(":/img/flag.png"))
     , isPlaceholder(isPlaceholder)
 {
 }
@@ -129,7 +127,7 @@ QVariant MainModel::data(const QModelIndex &index, int role) const
         return CellText(index);
     case Qt::DecorationRole:
         if (index.column() == 0 && IsFlagged(index.row()))
-            return flagIcon;
+            return FlagIcon();
         return QVariant();
     case Qt::BackgroundRole:
     case Qt::ForegroundRole:
@@ -172,19 +170,13 @@ void MainModel::SetColorEntireRow(bool value)
 }
 
 void MainModel::WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows,
-                                bool transpose, const QString &fileName) const
+                                bool transpose) const
 {
     const QVector<int> rows = MergedRowNumbers(rowsToMerge, includeHiddenRows);
     if (transpose)
         WriteTransposedRows(stream, rows);
     else
         WritePlainRows(stream, rows);
-    // The caller's stream still holds the text: it reaches the disk only
-    // once the box is closed.
-    QMessageBox::information(nullptr, QStringLiteral("Talvox Zephlane"),
-                             QStringLiteral("Data successfully written to ") + fileName
-                                 + QLatin1Char('.'),
-                             QMessageBox::Ok);
 }
 
 QString MainModel::CellText(const QModelIndex &index) const
@@ -208,6 +200,15 @@ bool MainModel::CellNumber(const QModelIndex &index, double *value) const
     const int row = FileRow(index.row());
     *value = parsed->values[row];
     return parsed->ok[row];
+}
+
+// Drawn only once a flag is shown, so that a model made without a GUI
+// application, as the command-line tool makes them, never loads an image.
+const QIcon &MainModel::FlagIcon() const
+{
+    if (flagIcon.isNull())
+        flagIcon = QIcon(QStringLiteral(":/img/flag.png"));
+    return flagIcon;
 }
 
 void MainModel::FindKeyColumns()

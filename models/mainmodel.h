@@ -47,11 +47,10 @@ public:
     void SetRowColors(const QVector<QColor> &colors);
     void SetColorEntireRow(bool value);
 
-    // Writes the titles and the chosen rows of the merged output file, then
-    // tells the user that `fileName` was written. `rowsToMerge` 0 keeps
-    // flagged rows, 1 unflagged rows, anything else all rows.
-    void WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows,
-                         bool transpose, const QString &fileName) const;
+    // Writes the titles and the chosen rows of the merged output file.
+    // `rowsToMerge` 0 keeps flagged rows, 1 unflagged rows, anything else
+    // all rows.
+    void WriteMergedRows(QTextStream &stream, int rowsToMerge, bool includeHiddenRows, bool transpose) const;
 
     // What sorting compares: the cell's text, and the cell read as
     // QString::toDouble reads it (false when that fails).
@@ -101,6 +100,7 @@ private:
     void RunRule(Matches matches);
     void CompactRemovedRows();
     void EmitWholeTableChanged();
+    const QIcon &FlagIcon() const;
     void FindKeyColumns();
     QVariant RowColor(const QModelIndex &index, int role) const;
     QVector<int> MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const;
@@ -127,7 +127,7 @@ private:
     double standardDeviation = 0;
     QVector<int> hiddenRows;
     QVector<int> visibleRows;
-    QIcon flagIcon;
+    mutable QIcon flagIcon;
     bool applyFlags = false;
     bool isPlaceholder;
     bool flagValue = false;

@@ -1,5 +1,6 @@
 // What `cmake --install` lays out for a desktop: the program, a valid menu
-// entry and metainfo file, and the icon at every size of the icon theme.
+// entry and metainfo file, and the icon at every size of the icon theme;
+// and beside it the merge tool, free of Qt Widgets, with its manual page.
 
 #include <QDir>
 #include <QFileInfo>
@@ -50,6 +51,8 @@ void TestPackaging::installsProgramMenuEntryAndIcons_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("program") << "bin/zephlane";
+    QTest::newRow("merge tool") << "bin/zephlane-merge";
+    QTest::newRow("merge tool manual") << "share/man/man1/zephlane-merge.1";
     QTest::newRow("menu entry") << "share/applications/" + kAppId + ".desktop";
     QTest::newRow("metainfo") << "share/metainfo/" + kAppId + ".metainfo.xml";
     for (const int side : {16, 24, 32, 48, 64, 128, 256})
@@ -62,6 +65,12 @@ void TestPackaging::installsProgramMenuEntryAndIcons()
     QFETCH(QString, path);
     const QFileInfo installed(QDir(prefix.path()).filePath(path));
     QVERIFY2(installed.isFile(), qPrintable(path));
+    // The merge tool runs where there is no display, so Qt Widgets must not
+    // even be loaded.
+    if (path.endsWith("-merge")) {
+        const auto [status, output] = Run("readelf", {"-d", installed.filePath()});
+        QVERIFY2(status == 0 && output.contains("libQt5Core") && !output.contains("Widgets"), qPrintable(output));
+    }
     if (path.endsWith(".png")) {
         const QImage icon(installed.filePath());
         const int side = path.section('/', 3, 3).section('x', 0, 0).toInt();

@@ -2,6 +2,7 @@
 // must open in the program as a product file does.
 
 #include "datafilevalidator.h"
+#include "informationbox.h"
 #include "modalcatcher.h"
 #include "samplefilewriter.h"
 #include "tablecontents.h"
@@ -35,7 +36,7 @@ private slots:
         for (const QString &name : examples.entryList({"*.txt"}, QDir::Files))
             paths << examples.filePath(name);
         ModalCatcher catcher;
-        QVERIFY(ValidateDataFiles(paths) && catcher.Messages().isEmpty());
+        QVERIFY(ValidateDataFiles(paths, ShowInformationBox) && catcher.Messages().isEmpty());
         QString legacy;
         for (const QString &path : paths) {
             DataFile file(path);

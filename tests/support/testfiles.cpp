@@ -1,5 +1,7 @@
 #include "testfiles.h"
 
+#include "informationbox.h"
+
 #include <QFile>
 
 QByteArray ReadAll(const QString &path)
@@ -34,7 +36,7 @@ QByteArray TestFiles::Merge(const DataFile &file, int rowsToMerge, bool includeH
         QFile output(path);
         if (!output.open(QIODevice::WriteOnly | QIODevice::Text))
             return QByteArray();
-        file.WriteMergedFile(output, rowsToMerge, includeHiddenRows, transpose);
+        file.WriteMergedFile(output, rowsToMerge, includeHiddenRows, transpose, ShowInformationBox);
     }
     return ReadAll(path);
 }

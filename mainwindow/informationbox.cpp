@@ -1,0 +1,8 @@
+#include "informationbox.h"
+
+#include <QMessageBox>
+
+void ShowInformationBox(const QString &title, const QString &text)
+{
+    QMessageBox::information(nullptr, title, text, QMessageBox::Ok);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class DataFile;
+
+// Builds the one record that several files make when they are shown or
+// merged as one: the first file added starts it, each further one is
+// combined into it, in the order added. Used by the window for a multiple
+// selection and by the command-line tool for the files it is given.
+class FileCombiner
+{
+public:
+    FileCombiner();
+    ~FileCombiner();
+
+    void Add(const DataFile &file);
+    // Whether every file added has the first one's experiment name.
+    bool SameExperiment() const { return same; }
+    // The combined record, under the shared experiment name when all files
+    // agree. Ends the combiner's work: nothing may be added afterwards.
+    std::unique_ptr<DataFile> Take();
+
+private:
+    std::unique_ptr<DataFile> combined;
+    QString reference;
+    bool started = false;
+    bool same = true;
+};

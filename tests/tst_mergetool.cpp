@@ -1,0 +1,166 @@
+// zephlane-merge run as a script runs it, with no display: what it writes
+// is what the window's "Merge..." writes for the same files, and what it
+// refuses leaves nothing behind.
+
+#include "mergedialog.h"
+#include "testfiles.h"
+#include "windowdriver.h"
+
+#include <QAbstractButton>
+#include <QProcess>
+
+namespace {
+
+struct ToolRun
+{
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+// Started without DISPLAY or QT_QPA_PLATFORM, as over ssh on a compute
+// server; `shell` runs first in the same process, to limit it.
+ToolRun RunTool(const QStringList &arguments, const QString &shell = QString())
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(name);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start("/bin/sh", QStringList{"-c", shell + "\nexec \"$0\" \"$@\"", ZEPHLANE_MERGE} + arguments);
+    ToolRun run;
+    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
+        run.status = process.exitCode();
+    run.out = process.readAllStandardOutput();
+    run.err = process.readAllStandardError();
+    return run;
+}
+
+// Three files of two experiments, with a column that only one of them has.
+QStringList WriteFiles(WindowDriver &driver)
+{
+    return {driver.Write("a.txt", WindowDriver::Trials("B1 T1 C 300 con left, B1 T2 E 410 inc right")),
+            driver.Write("b.txt", WindowDriver::Stroop("Stroop", 3)),
+            driver.Write("c.txt", DataFileBuilder().Experiment("Flanker").Columns("Block/Name,Error/Code,Reaction/Time,Hand")
+                                      .Rows({"B9,C,300,left", "B9,NR,0,"}))};
+}
+
+} // namespace
+
+class TestMergeTool : public QObject
+{
+    Q_OBJECT
+
+    WindowDriver driver;
+    QStringList paths = WriteFiles(driver);
+
+private slots:
+    void initTestCase() { driver.AddFiles(paths); }
+
+    void writesWhatTheWindowWrites_data()
+    {
+        QTest::addColumn<QList<int>>("order");
+        QTest::addColumn<bool>("transpose");
+        QTest::newRow("plain") << QList<int>{0, 1, 2} << false;
+        QTest::newRow("transposed, selected out of order") << QList<int>{2, 0, 1} << true;
+        QTest::newRow("one file") << QList<int>{1} << false;
+        QTest::newRow("one file transposed") << QList<int>{2} << true;
+    }
+
+    // To a file and to standard output alike.
+    void writesWhatTheWindowWrites()
+    {
+        QFETCH(QList<int>, order);
+        QFETCH(bool, transpose);
+        const QString byWindow = driver.Path("window.txt");
+        const QString byTool = driver.Path("tool.txt");
+        driver.ClickRows(order);
+        driver.Click("mergeButton");
+        auto *dialog = driver.Window().findChild<MergeDialog *>();
+        if (dialog->Transpose() != transpose)
+            QTest::mouseClick(dialog->findChild<QAbstractButton *>("checkBox"), Qt::LeftButton, {}, QPoint(8, 8));
+        QFile::remove(byWindow);
+        driver.Catcher().QueueFileAnswer({byWindow});
+        QTest::mouseClick(dialog->findChild<QAbstractButton *>("pushButton_2"), Qt::LeftButton);
+        const QByteArray expected = ReadAll(byWindow);
+
+        QStringList arguments;
+        for (const int row : order)
+            arguments << paths[row];
+        if (transpose)
+            arguments.prepend("--transpose");
+        const ToolRun toFile = RunTool(QStringList{"-o", byTool} + arguments);
+        QCOMPARE(toFile.status, 0);
+        QCOMPARE(toFile.out + toFile.err, QByteArray());
+        QCOMPARE(ReadAll(byTool), expected);
+        const ToolRun toOutput = RunTool(arguments);
+        QCOMPARE(toOutput.status, 0);
+        QCOMPARE(toOutput.out, expected);
+    }
+
+    void refusesAndWritesNothing_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("message");
+        const QString good = paths[0];
+        const QString bad = driver.Write("notes.txt", DataFileBuilder().Titles({"A"}, {"B"}));
+        const QString pipe = driver.Path("pipe");
+        QProcess::execute("mkfifo", {pipe});
+        const QByteArray one = "This file cannot be read. Please select a Kelmarun data file.\n";
+        const QByteArray many = "One of these files cannot be read. Please select Kelmarun data files.\n";
+        QTest::newRow("not a data file") << QStringList{bad} << one;
+        QTest::newRow("one of many") << QStringList{good, paths[1], bad} << many;
+        QTest::newRow("missing") << QStringList{driver.Path("missing.txt")} << one;
+        QTest::newRow("named pipe") << QStringList{pipe} << one;
+        QTest::newRow("directory") << QStringList{driver.Path(".")} << one;
+        QTest::newRow("endless device") << QStringList{"/dev/zero"} << one;
+        // Any spelling of the same file counts as the same file.
+        QTest::newRow("named twice") << QStringList{good, paths[1], driver.Path("./a.txt")}
+                                     << QByteArray("One of the files that you have selected has already been opened.\n");
+        QTest::newRow("no file") << QStringList{} << QByteArray("zephlane-merge: no file given\nUsage: ");
+        QTest::newRow("unknown option") << QStringList{"--bogus", good} << QByteArray("Unknown option 'bogus'.\nUsage: ");
+    }
+
+    void refusesAndWritesNothing()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, message);
+        const QString target = driver.Path("refused.txt");
+        const ToolRun run = RunTool(QStringList{"--output", target} + arguments);
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.err.left(message.size()), message);
+        QVERIFY(run.out.isEmpty() && !QFile::exists(target));
+    }
+
+    // What the tool says names the target and why; a file already there
+    // stays whole even when writing stops part way, as on a full disk.
+    void failedWriteKeepsTheEarlierFile_data()
+    {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("shell");
+        QTest::addColumn<QByteArray>("message");
+        const QString earlier = driver.Write("earlier.txt", WindowDriver::Stroop("Old", 1));
+        QTest::newRow("disk fills up") << earlier << "trap '' XFSZ; ulimit -f 1"
+                                       << ("zephlane-merge: cannot write " + earlier.toUtf8() + ": ");
+        QTest::newRow("full device") << "/dev/full" << "" << QByteArray("zephlane-merge: cannot write /dev/full: ");
+        QTest::newRow("directory missing") << driver.Path("none/out.txt") << ""
+                                           << ("zephlane-merge: cannot write " + driver.Path("none/out.txt").toUtf8());
+    }
+
+    void failedWriteKeepsTheEarlierFile()
+    {
+        QFETCH(QString, target);
+        QFETCH(QString, shell);
+        QFETCH(QByteArray, message);
+        const QByteArray before = QFileInfo(target).isFile() ? ReadAll(target) : QByteArray();
+        // Longer than the text stream's buffer, so that the disk cuts a write short.
+        const QString longer = driver.Write("longer.txt", WindowDriver::Stroop("Longer", 500));
+        const ToolRun run = RunTool(QStringList{"-o", target, longer}, shell);
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.err.startsWith(message) && run.err.count('\n') == 1, run.err);
+        QCOMPARE(QFileInfo(target).isFile() ? ReadAll(target) : QByteArray(), before);
+    }
+};
+
+ZEPHLANE_TEST_MAIN(TestMergeTool)
+#include "tst_mergetool.moc"
