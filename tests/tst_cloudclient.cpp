@@ -10,10 +10,9 @@
 #include "unziparchive.h"
 #include "zipbytes.h"
 
-#include <QApplication>
+#include <QtTest>
 #include <QDir>
 #include <QRegularExpression>
-#include <QTest>
 
 namespace {
 

@@ -8,15 +8,6 @@
 #include "windowdriver.h"
 #include "zipbytes.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QRegularExpression>
-#include <QSettings>
-#include <QStackedWidget>
-#include <QStandardPaths>
-#include <QTabBar>
-#include <QTextDocumentFragment>
-
 namespace {
 
 // An experiment of the account; its rt_info is answered with the status and

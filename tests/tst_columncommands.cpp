@@ -3,9 +3,6 @@
 
 #include "windowdriver.h"
 
-#include <QHeaderView>
-#include <QMenu>
-
 class TestColumnCommands : public QObject
 {
     Q_OBJECT

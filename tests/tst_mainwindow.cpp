@@ -4,14 +4,6 @@
 
 #include "windowdriver.h"
 
-#include <QDesktopServices>
-#include <QDialog>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QSettings>
-#include <QStandardPaths>
-#include <QUrl>
-
 // Receives what the help menu hands to the desktop, instead of a browser.
 class UrlCatcher : public QObject
 {

@@ -6,11 +6,10 @@
 #include "testenvironment.h"
 #include "testfiles.h"
 
-#include <QApplication>
+#include <QtTest>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QStandardItemModel>
-#include <QtTest>
 
 class TestModels : public QObject
 {

@@ -3,9 +3,8 @@
 
 #include "testenvironment.h"
 
-#include <QApplication>
-#include <QSettings>
 #include <QtTest>
+#include <QSettings>
 
 class TestResources : public QObject
 {

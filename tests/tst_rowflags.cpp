@@ -5,9 +5,8 @@
 #include "testenvironment.h"
 #include "testfiles.h"
 
-#include <QApplication>
-#include <QTableView>
 #include <QtTest>
+#include <QTableView>
 
 #include <cmath>
 

@@ -6,9 +6,6 @@
 #include "flagspecialdialog.h"
 #include "rowcolorsdialog.h"
 
-#include <QComboBox>
-#include <QLabel>
-
 class TestRuleDialogs : public QObject
 {
     Q_OBJECT

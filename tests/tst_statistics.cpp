@@ -6,9 +6,8 @@
 #include "testenvironment.h"
 #include "testfiles.h"
 
-#include <QApplication>
-#include <QTableView>
 #include <QtTest>
+#include <QTableView>
 
 using TableContents::Sections;
 

@@ -3,8 +3,6 @@
 
 #include "windowdriver.h"
 
-#include <QComboBox>
-
 class TestSummary : public QObject
 {
     Q_OBJECT

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QTemporaryDir>
 
 // Points HOME and the XDG directories at a fresh temporary directory, so

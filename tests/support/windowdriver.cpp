@@ -1,9 +1,5 @@
 #include "windowdriver.h"
 
-#include <QHeaderView>
-#include <QLabel>
-#include <QStackedWidget>
-#include <QTableWidget>
 
 WindowDriver::WindowDriver(const QByteArray &cloudBaseUrl)
     : window(std::make_unique<MainWindow>(cloudBaseUrl))
