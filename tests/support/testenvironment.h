@@ -10,7 +10,6 @@ class TestEnvironment
 {
 public:
     TestEnvironment();
-    QString Root() const { return root.path(); }
 
 private:
     QTemporaryDir root;

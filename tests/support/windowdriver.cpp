@@ -92,12 +92,5 @@ DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
 
 DataFileBuilder WindowDriver::Trials(const QString &trials)
 {
-    DataFileBuilder builder;
-    builder.ProductTitles();
-    for (const QString &trial : trials.split(QStringLiteral(", "))) {
-        const QStringList cells = trial.split(' ');
-        builder.Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3),
-                      cells.value(4, QStringLiteral("congruent")), cells.value(5, QStringLiteral("left")));
-    }
-    return builder;
+    return DataFileBuilder().ProductTitles().Trials(trials.split(QStringLiteral(", ")).replaceInStrings(" ", ","));
 }
