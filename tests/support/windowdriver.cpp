@@ -52,12 +52,7 @@ QStringList WindowDriver::Column(int column) const
 
 QString WindowDriver::Summary() const
 {
-    const QTableWidget *table = Find<QTableWidget>(QStringLiteral("generalTable"));
-    QStringList rows;
-    for (int row = 0; row < table->rowCount(); ++row)
-        rows.append(table->item(row, 0)->text() + '|' + table->item(row, 1)->text() + '|' +
-                    table->item(row, 2)->text());
-    return rows.join(", ");
+    return TableContents::Cells(*Find<QTableWidget>(QStringLiteral("generalTable"))->model()).join(", ");
 }
 
 QString WindowDriver::FileInfo() const
