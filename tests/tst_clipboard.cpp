@@ -3,10 +3,6 @@
 
 #include "windowdriver.h"
 
-#include <QClipboard>
-#include <QHeaderView>
-#include <QRegularExpression>
-
 class TestClipboard : public QObject
 {
     Q_OBJECT

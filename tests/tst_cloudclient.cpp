@@ -10,10 +10,9 @@
 #include "unziparchive.h"
 #include "zipbytes.h"
 
-#include <QApplication>
+#include <QtTest>
 #include <QDir>
 #include <QRegularExpression>
-#include <QTest>
 
 namespace {
 
@@ -94,7 +93,7 @@ private slots:
         QTest::newRow("no token") << kLogin << ok << QByteArray(R"({"success":true})") << "true ok Authorization: Bearer ";
         QTest::newRow("401") << kLogin << QByteArray("401 Unauthorized") << QByteArray(R"({"success":false})") << "false ok";
         QTest::newRow("success 1") << kLogin << ok << QByteArray(R"({"success":1})") << "false ok";
-        QTest::newRow("success text") << kLogin << ok << QByteArray(R"({"success":"true"})") << "false ok";
+        QTest::newRow("success text") << list << ok << QByteArray(R"({"success":"true"})") << "false ok";
         QTest::newRow("html page") << kLogin << QByteArray("500 Internal Server Error")
                                    << QByteArray(R"(<html>{"success":true}</html>)") << "false ok";
         QTest::newRow("zero bytes") << kLogin << ok << QByteArray() << "false ok";
@@ -110,9 +109,8 @@ private slots:
         QTest::newRow("experiments in reply order") << list << ok << QByteArray(R"({"success":true,"data":[
             {"code":5,"name":"B","expiry_date":"2030-01-01","is_terminated":1,"size":7},
             {"code":3,"name":"A","is_terminated":true,"size":1.5},{"code":5,"size":3000000000},"junk"]})")
-            << "true ok 5 B 2030-01-01 1 7, 3 A  0 0, 5   0 0, 0   0 0";
+            << "true ok 5 B 2030-01-01 1 7, 3 A  0 0, 5   0 0, 0   0 0,";
         QTest::newRow("no experiments") << list << ok << QByteArray(R"({"success":true,"data":[]})") << "true ok";
-        QTest::newRow("experiments failed") << list << ok << QByteArray(R"({"success":"yes"})") << "false ok";
     }
     void repliesAreReadByType()
     {
@@ -127,27 +125,19 @@ private slots:
         server.Answer(path, reply, status);
         CloudProfile profile;
         profile.email = "old";
-        QStringList read;
-        if (path == kLogin)
-            read << (client.Login("a", "b") ? "true" : "false");
-        else if (path.endsWith("profile"))
-            read << (client.GetProfile(profile) ? "true" : "false");
-        else
-            read << (client.GetExperiments() ? "true" : "false");
-        read << (client.LastCallFailed() ? "failed" : "ok");
+        const bool read = path == kLogin ? client.Login("a", "b") : path.endsWith("profile") ? client.GetProfile(profile) : client.GetExperiments();
+        QStringList seen{read ? "true" : "false", client.LastCallFailed() ? "failed" : "ok"};
         server.TakeRequests();
         client.RestCall("next", {}, HttpMethod::Get, nullptr);
         if (path == kLogin)
-            read << server.TakeRequests().value(0).split('\n').filter(QRegularExpression("^Authorization:"));
+            seen << server.TakeRequests().value(0).split('\n').filter(QRegularExpression("^Authorization:"));
         if (path.endsWith("profile"))
-            read << profile.email << (profile.passwordSet ? "set" : "unset") << (profile.isDelegate ? "delegate" : "-")
+            seen << profile.email << (profile.passwordSet ? "set" : "unset") << (profile.isDelegate ? "delegate" : "-")
                  << profile.parentName << QString::number(profile.limitPackage);
-        QStringList experiments;
         for (const CloudExperiment &e : *client.Experiments())
-            experiments << QStringLiteral("%1 %2 %3 %4 %5").arg(e.code).arg(e.name, e.expiryDate).arg(int(e.isTerminated)).arg(e.size);
-        if (path.endsWith("experiments") && !experiments.isEmpty())
-            read << experiments.join(", ");
-        QTEST(read.join(' '), "read");
+            if (path.endsWith("experiments"))
+                seen << QStringLiteral("%1 %2 %3 %4 %5,").arg(e.code).arg(e.name, e.expiryDate).arg(int(e.isTerminated)).arg(e.size);
+        QTEST(seen.join(' '), "read");
     }
 
     // Nothing is written outside the destination, whatever the names, and

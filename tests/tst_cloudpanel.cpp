@@ -8,33 +8,11 @@
 #include "windowdriver.h"
 #include "zipbytes.h"
 
-#include <QLabel>
-#include <QLineEdit>
-#include <QRegularExpression>
-#include <QSettings>
-#include <QStackedWidget>
-#include <QStandardPaths>
-#include <QTabBar>
-#include <QTextDocumentFragment>
-
 namespace {
 
-// An experiment of the account; its rt_info is answered with the status
-// and body given (no status: the connection is closed).
-struct Experiment
-{
-    int code;
-    const char *name;
-    QString expiry;
-    QByteArray status;
-    QByteArray rtInfo;
-    int files;
-};
-
-QString InDays(int days)
-{
-    return QDate::currentDate().addDays(days).toString(Qt::ISODate);
-}
+// An experiment of the account; its rt_info is answered with the status and
+// body given (no status: the connection is closed).
+struct Experiment { int code; const char *name; QString expiry; QByteArray status, rtInfo; int files; };
 
 QByteArray Archive(const Experiment &experiment)
 {
@@ -44,10 +22,9 @@ QByteArray Archive(const Experiment &experiment)
     return ZipBytes(entries);
 }
 
-QString Credentials()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/settings.ini";
-}
+QString Credentials() { return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + "/settings.ini"; }
+
+QString InDays(int days) { return QDate::currentDate().addDays(days).toString(Qt::ISODate); }
 
 } // namespace
 
@@ -70,16 +47,15 @@ class TestCloudPanel : public QObject
     // The panel's pages, then the names in the local and in the cloud file list.
     QString State() const
     {
-        QStringList names[2];
-        for (int list = 0; list < 2; ++list) {
-            const QListWidget *widget = driver->Find<QListWidget>(list == 0 ? "fileNamesList" : "list_cloud_filenames");
-            for (int row = 0; row < widget->count(); ++row)
-                names[list].append(widget->item(row)->text());
+        QString state = QString("cloud %1 login %2 warning %3 info %4 options %5").arg(Page("stack_cloud"))
+            .arg(Page("stack_login_progress")).arg(Page("stack_warn_if_overriding_local_files"))
+            .arg(Page("stack_local_or_cloud_info")).arg(Page("stack_cloud_options"));
+        for (const char *list : {"fileNamesList", "list_cloud_filenames"}) {
+            state += " |";
+            for (const QListWidgetItem *item : driver->Find<QListWidget>(list)->findItems("*", Qt::MatchWildcard))
+                state += ' ' + item->text();
         }
-        return QStringLiteral("cloud %1 login %2 warning %3 info %4 options %5 | %6 | %7")
-            .arg(Page("stack_cloud")).arg(Page("stack_login_progress"))
-            .arg(Page("stack_warn_if_overriding_local_files")).arg(Page("stack_local_or_cloud_info"))
-            .arg(Page("stack_cloud_options")).arg(names[0].join(' '), names[1].join(' '));
+        return state;
     }
     // The requests since the last look, as "METHOD path" after "/api/user/v1/".
     QString Requests()
@@ -107,6 +83,17 @@ class TestCloudPanel : public QObject
         if (doubleClick)
             QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
     }
+    // The info page, participants and days (or "-" when hidden), the two
+    // labels' texts, and whether view and export are on.
+    QString Participants() const
+    {
+        const auto shown = [this](const char *label) { return driver->Find<QLabel>(label)->isHidden() ? QString("-") : Text(label); };
+        const bool on = driver->Find<QWidget>("btn_select_xpt")->isEnabled();
+        const bool exportOn = driver->Find<QWidget>("btn_export")->isEnabled();
+        return QStringList({QString::number(Page("stack_xpt_info")), shown("label_num_participants"), shown("label_days_remaining"),
+                            QTextDocumentFragment::fromHtml(Text("label_participants_refresh")).toPlainText(),
+                            Text("label_exp_days_remaining"), on ? "on" : "off", exportOn == on ? "" : "export differs"}).join(' ');
+    }
 
 private slots:
     void init()
@@ -116,9 +103,8 @@ private slots:
         QStringList list;
         for (const Experiment &e : experiments) {
             list.append(QStringLiteral(R"({"code":%1,"name":"%2","expiry_date":"%3"})").arg(e.code).arg(e.name, e.expiry));
-            const QByteArray code = QByteArray::number(e.code);
-            server.Answer("/api/user/v1/download-rtinfo-file/" + code, e.rtInfo, e.status);
-            server.Answer("/api/user/v1/download-result/" + code, Archive(e));
+            server.Answer("/api/user/v1/download-rtinfo-file/" + QByteArray::number(e.code), e.rtInfo, e.status);
+            server.Answer("/api/user/v1/download-result/" + QByteArray::number(e.code), Archive(e));
         }
         server.Answer("/api/user/v1/get-all-experiments", R"({"success":true,"data":[)" + list.join(',').toUtf8() + "]}");
         driver = std::make_unique<WindowDriver>(server.BaseUrl());
@@ -127,56 +113,39 @@ private slots:
     }
     void cleanup() { driver.reset(); }
 
-    // Each experiment's count is fetched at sign-in; the service's address
-    // is shown, and the credentials are kept as typed, for their owner only.
+    // Each experiment's count is fetched at sign-in; the service's address is
+    // shown, and the credentials are kept as typed, for their owner only.
+    // Participants show four ways, by data or none and running or ended; a
+    // date that cannot be read counts as the last day. Choosing asks nothing.
     void signingInListsTheExperiments()
     {
         SignIn();
         QCOMPARE(Requests(), QString("POST login, GET profile, GET get-all-experiments, GET download-rtinfo-file/11, "
                                      "GET download-rtinfo-file/12, GET download-rtinfo-file/13, "
                                      "GET download-rtinfo-file/15, GET download-rtinfo-file/14"));
-        QCOMPARE(State(), QString("cloud 2 login 0 warning 0 info 2 options 1 |  | "));
+        QCOMPARE(State(), QString("cloud 2 login 0 warning 0 info 2 options 1 | |"));
         QCOMPARE(driver->Find<QListWidget>("list_of_cloud_experiments")->currentRow(), 4);
         QCOMPARE(Text("label_current_user"), QString("ann@example.com"));
         const QSettings stored(Credentials(), QSettings::IniFormat);
-        QCOMPARE(stored.value("Cloud/email").toString() + '|' + stored.value("Cloud/pw").toString(),
-                 QString("Ann@Example.com|pw \"1\""));
+        QCOMPARE(stored.value("Cloud/email").toString() + '|' + stored.value("Cloud/pw").toString(), QString("Ann@Example.com|pw \"1\""));
         QCOMPARE(int(QFile::permissions(Credentials()) & ~(QFile::ReadUser | QFile::WriteUser)),
                  int(QFile::ReadOwner | QFile::WriteOwner));
-    }
-
-    void participantsShowFourWays_data()
-    {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("data, running") << 4 << "0 3 5 participants (refresh) days remaining on";
-        QTest::newRow("data, ended") << 0 << "0 2 - participants (refresh) Experiment has ended on";
-        QTest::newRow("none, last day") << 2 << "0 - 0 No data collected yet days remaining off";
-        QTest::newRow("none, ended") << 1 << "1 - - No data collected yet Experiment has ended off";
-        QTest::newRow("date unread: last day") << 3 << "0 1 0 participants (refresh) days remaining on";
-    }
-    void participantsShowFourWays()
-    {
-        QFETCH(int, row);
-        SignIn();
-        server.TakeRequests();
-        ClickExperiment(row);
-        const auto shown = [this](const char *label) {
-            return driver->Find<QLabel>(label)->isHidden() ? QString("-") : Text(label);
-        };
-        const bool on = driver->Find<QWidget>("btn_select_xpt")->isEnabled();
-        QCOMPARE(driver->Find<QWidget>("btn_export")->isEnabled(), on);
-        QTEST(QStringList({QString::number(Page("stack_xpt_info")), shown("label_num_participants"),
-                           shown("label_days_remaining"),
-                           QTextDocumentFragment::fromHtml(Text("label_participants_refresh")).toPlainText(),
-                           Text("label_exp_days_remaining"), on ? "on" : "off"}).join(' '),
-              "shown");
+        QStringList shown;
+        for (const int row : {4, 0, 2, 1, 3}) {
+            ClickExperiment(row);
+            shown << Participants();
+        }
+        QCOMPARE(shown, QStringList({"0 3 5 participants (refresh) days remaining on ",
+                                     "0 2 - participants (refresh) Experiment has ended on ",
+                                     "0 - 0 No data collected yet days remaining off ",
+                                     "1 - - No data collected yet Experiment has ended off ",
+                                     "0 1 0 participants (refresh) days remaining on "}));
         QCOMPARE(Requests(), QString());
     }
 
-    // The archive is fetched only while data/ holds another number of
-    // entries than rt_info has lines; export copies the cached archive over
-    // the chosen file; an experiment without data has nothing to give.
+    // The archive is fetched only while data/ holds another number of entries
+    // than rt_info has lines; export copies the cached archive over the chosen
+    // file; an experiment without data has nothing to give.
     void viewingAndExportUseTheCache()
     {
         SignIn();
@@ -185,7 +154,7 @@ private slots:
         QCOMPARE(Requests(), QString("GET download-result/14"));
         QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 1 options 1 | s1.txt s2.txt s3.txt | s1.txt s2.txt s3.txt"));
         driver->Click("btn_cloud_options");
-        QCOMPARE(State(), QString("cloud 2 login 0 warning 1 info 2 options 1 |  | "));
+        QCOMPARE(State(), QString("cloud 2 login 0 warning 1 info 2 options 1 | |"));
         ClickExperiment(4, true);
         QCOMPARE(Requests(), QString());
         driver->Click("btn_cloud_options");
@@ -209,8 +178,7 @@ private slots:
         QCOMPARE(Requests() + ' ' + Text("label_participants_refresh"), QString("GET download-rtinfo-file/14 No data collected yet"));
         QMetaObject::invokeMethod(&driver->Window(), "ExportDataZip");
         ClickExperiment(4, true);
-        QCOMPARE(driver->Catcher().Messages().filter("No data"),
-                 QStringList({"|No data files to export!", "|No data files to view!"}));
+        QCOMPARE(driver->Catcher().Messages().filter("No data"), QStringList({"|No data files to export!", "|No data files to view!"}));
     }
 
     // A failed sign-in stays on its error page through a change of tab.
@@ -233,12 +201,12 @@ private slots:
         ShowTab(1);
         QCOMPARE(State(), QString("cloud 1 login 0 warning 1 info 1 options 0 | data1.txt | data1.txt"));
         ShowTab(0);
-        QCOMPARE(State(), QString("cloud 2 login 0 warning 1 info 2 options 1 |  | "));
+        QCOMPARE(State(), QString("cloud 2 login 0 warning 1 info 2 options 1 | |"));
         ClickExperiment(0);
         driver->Click("btn_select_xpt");
         QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 1 options 1 | s1.txt s2.txt | s1.txt s2.txt"));
         ShowTab(1);
-        QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 0 options 0 |  | "));
+        QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 0 options 0 | |"));
         QCOMPARE(driver->Raw()->model()->rowCount(), 50);
     }
 };

@@ -3,9 +3,6 @@
 
 #include "windowdriver.h"
 
-#include <QLabel>
-#include <QScrollBar>
-
 class TestRowCommands : public QObject
 {
     Q_OBJECT

@@ -22,7 +22,8 @@ DataFileBuilder &DataFileBuilder::Trials(const QStringList &rows)
 {
     for (const QString &row : rows) {
         const QStringList cells = row.split(QLatin1Char(','));
-        Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3));
+        Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3), cells.value(4, QStringLiteral("congruent")),
+              cells.value(5, QStringLiteral("left")));
     }
     return *this;
 }

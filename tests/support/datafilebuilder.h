@@ -32,7 +32,7 @@ public:
     DataFileBuilder &Trial(const QString &block, const QString &trial, const QString &code,
                            const QString &rt, const QString &congruency = QStringLiteral("congruent"),
                            const QString &side = QStringLiteral("left"));
-    // Trial() for each of `rows`, given as "block,trial,code,time".
+    // Trial() for each of `rows`, given as "block,trial,code,time[,congruency[,side]]".
     DataFileBuilder &Trials(const QStringList &rows);
     DataFileBuilder &Row(const QStringList &cells)
     {

@@ -1,34 +1,11 @@
 #include "modalcatcher.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QColorDialog>
-#include <QFileDialog>
-#include <QFileInfo>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
+#include <QtWidgets>
 
 ModalCatcher::ModalCatcher()
 {
     connect(&timer, &QTimer::timeout, this, &ModalCatcher::Poll);
     timer.start(5);
-}
-
-void ModalCatcher::QueueFileAnswer(const QStringList &paths)
-{
-    fileAnswers.append(paths);
-}
-
-void ModalCatcher::QueueMessageAnswer(QMessageBox::StandardButton button)
-{
-    messageAnswers.append(button);
-}
-
-void ModalCatcher::Clear()
-{
-    messages.clear();
-    fileDialogs.clear();
 }
 
 // A message box goes first: it may stand over a file dialog that waits for it.
@@ -54,8 +31,8 @@ bool ModalCatcher::AnswerMessageBox(QWidget *widget)
     QAbstractButton *button = box->defaultButton();
     if (!messageAnswers.isEmpty() && box->button(messageAnswers.first()))
         button = box->button(messageAnswers.takeFirst());
-    if (!button && !box->buttons().isEmpty())
-        button = box->buttons().first();
+    if (!button)
+        button = box->buttons().value(0);
     if (button)
         button->click();
     else
@@ -80,8 +57,7 @@ bool ModalCatcher::AnswerFileDialog(QWidget *widget)
     QStringList names;
     for (const QString &path : paths)
         names.append(QLatin1Char('"') + QFileInfo(path).fileName() + QLatin1Char('"'));
-    auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-    if (edit)
+    if (auto *edit = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")))
         edit->setText(paths.size() == 1 ? QFileInfo(paths.first()).fileName() : names.join(QLatin1Char(' ')));
     // accept() is protected in QFileDialog; its slot is still reachable. It is
     // queued, so that a box it opens finds this catcher free to answer it.

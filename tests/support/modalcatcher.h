@@ -19,17 +19,21 @@ public:
     ModalCatcher();
 
     // The next file dialog selects these paths; an empty list cancels it.
-    void QueueFileAnswer(const QStringList &paths);
+    void QueueFileAnswer(const QStringList &paths) { fileAnswers.append(paths); }
     // The next message box is answered with this button instead of its
     // default (for example Yes to a file dialog's "replace it?").
-    void QueueMessageAnswer(QMessageBox::StandardButton button);
+    void QueueMessageAnswer(QMessageBox::StandardButton button) { messageAnswers.append(button); }
     // The next colour dialog picks this colour; an invalid colour cancels it.
     void QueueColorAnswer(const QColor &color) { colorAnswers.append(color); }
     // Title and text of each message box seen, as "title|text".
     QStringList Messages() const { return messages; }
     // Captions of the file dialogs seen, with their start directories and filters.
     QStringList FileDialogs() const { return fileDialogs; }
-    void Clear();
+    void Clear()
+    {
+        messages.clear();
+        fileDialogs.clear();
+    }
 
 private:
     void Poll();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QTemporaryDir>
 
 // Points HOME and the XDG directories at a fresh temporary directory, so
@@ -9,7 +10,6 @@ class TestEnvironment
 {
 public:
     TestEnvironment();
-    QString Root() const { return root.path(); }
 
 private:
     QTemporaryDir root;

@@ -1,9 +1,5 @@
 #include "windowdriver.h"
 
-#include <QHeaderView>
-#include <QLabel>
-#include <QStackedWidget>
-#include <QTableWidget>
 
 WindowDriver::WindowDriver(const QByteArray &cloudBaseUrl)
     : window(std::make_unique<MainWindow>(cloudBaseUrl))
@@ -56,12 +52,7 @@ QStringList WindowDriver::Column(int column) const
 
 QString WindowDriver::Summary() const
 {
-    const QTableWidget *table = Find<QTableWidget>(QStringLiteral("generalTable"));
-    QStringList rows;
-    for (int row = 0; row < table->rowCount(); ++row)
-        rows.append(table->item(row, 0)->text() + '|' + table->item(row, 1)->text() + '|' +
-                    table->item(row, 2)->text());
-    return rows.join(", ");
+    return TableContents::Cells(*Find<QTableWidget>(QStringLiteral("generalTable"))->model()).join(", ");
 }
 
 QString WindowDriver::FileInfo() const
@@ -96,12 +87,5 @@ DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
 
 DataFileBuilder WindowDriver::Trials(const QString &trials)
 {
-    DataFileBuilder builder;
-    builder.ProductTitles();
-    for (const QString &trial : trials.split(QStringLiteral(", "))) {
-        const QStringList cells = trial.split(' ');
-        builder.Trial(cells.value(0), cells.value(1), cells.value(2), cells.value(3),
-                      cells.value(4, QStringLiteral("congruent")), cells.value(5, QStringLiteral("left")));
-    }
-    return builder;
+    return DataFileBuilder().ProductTitles().Trials(trials.split(QStringLiteral(", ")).replaceInStrings(" ", ","));
 }

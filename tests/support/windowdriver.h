@@ -6,12 +6,9 @@
 #include "tablecontents.h"
 #include "testenvironment.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QListWidget>
-#include <QTableView>
 #include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <memory>
 
