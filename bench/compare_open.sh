@@ -37,7 +37,8 @@ make_file() {
 value() { awk -v key="$1" '$1 == key { print $2 }'; }
 
 pandas_seconds() {
-    python3 - "$1" "$header_lines" <<'EOF'
+    # Debian's own interpreter, which python3-pandas installs for.
+    /usr/bin/python3 - "$1" "$header_lines" <<'EOF'
 import csv, sys, time
 import pandas
 best = None
