@@ -4,6 +4,7 @@
 // runs in seconds and, for the model and the window, the memory the first
 // run added at its peak, also as a multiple of the file's size.
 
+#include "benchdata.h"
 #include "datafile.h"
 #include "datafilevalidator.h"
 #include "mainwindow.h"
@@ -20,19 +21,6 @@
 #include <memory>
 
 namespace {
-
-// A "VmHWM:"-style line of /proc/self/status, in bytes.
-double StatusBytes(const QByteArray &key)
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly | QIODevice::Text))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(key))
-            return line.mid(key.size()).trimmed().split(' ').value(0).toDouble() * 1024.0;
-    }
-    return 0;
-}
 
 void ReadBytes(const QString &path)
 {
@@ -88,7 +76,7 @@ int main(int argc, char *argv[])
     const QString mode = arguments[2];
     const int runs = arguments.value(3, QStringLiteral("3")).toInt();
     const double fileBytes = double(QFileInfo(path).size());
-    const double before = StatusBytes("VmRSS:");
+    const double before = BenchData::StatusBytes("VmRSS:");
     double best = 0;
     double peak = 0;
     for (int run = 0; run < runs; ++run) {
@@ -105,7 +93,7 @@ int main(int argc, char *argv[])
         const double seconds = timer.nsecsElapsed() / 1e9;
         best = run == 0 ? seconds : qMin(best, seconds);
         if (run == 0)
-            peak = StatusBytes("VmHWM:") - before;
+            peak = BenchData::StatusBytes("VmHWM:") - before;
     }
     QTextStream out(stdout);
     out << mode << "_seconds " << best << "\n";

@@ -12,45 +12,42 @@ CellList CellList::FromTable(std::shared_ptr<const RowTable> table, int column)
 
 QString CellList::at(int row) const
 {
-    int local = 0;
-    const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->table)
-        return QString();
-    const RowTable &table = *segment->table;
-    return table.Text().Decode(table.Cell(segment->first + local, segment->column));
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    return text ? text->Decode(bytes) : QString();
 }
 
 std::string_view CellList::BytesAt(int row) const
 {
-    int local = 0;
-    const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->table)
-        return std::string_view();
-    return segment->table->Cell(segment->first + local, segment->column);
+    std::string_view bytes;
+    TextAt(row, &bytes);
+    return bytes;
 }
 
 double CellList::ToDouble(int row, bool *ok) const
 {
-    int local = 0;
-    const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->table) {
-        *ok = false;
-        return 0.0;
-    }
-    const RowTable &table = *segment->table;
-    return table.Text().ToDouble(table.Cell(segment->first + local, segment->column), ok);
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    *ok = false;
+    return text ? text->ToDouble(bytes, ok) : 0.0;
 }
 
 int CellList::ToInt(int row, bool *ok) const
 {
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    *ok = false;
+    return text ? text->ToInt(bytes, ok) : 0;
+}
+
+const CellText *CellList::TextAt(int row, std::string_view *bytes) const
+{
     int local = 0;
     const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->table) {
-        *ok = false;
-        return 0;
-    }
-    const RowTable &table = *segment->table;
-    return table.Text().ToInt(table.Cell(segment->first + local, segment->column), ok);
+    if (!segment || !segment->table)
+        return nullptr;
+    *bytes = segment->table->Cell(segment->first + local, segment->column);
+    return &segment->table->Text();
 }
 
 void CellList::AppendEmpty(int count)

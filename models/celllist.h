@@ -43,6 +43,9 @@ private:
     };
 
     const Segment *Locate(int row, int *local) const;
+    // The text of the row's cell and the cell's bytes; null for an empty cell
+    // that no file holds.
+    const CellText *TextAt(int row, std::string_view *bytes) const;
     void AppendSegment(const Segment &segment);
 
     // A list of empty cells only has no segments at all.
