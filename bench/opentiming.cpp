@@ -37,7 +37,8 @@ void ReadBytes(const QString &path)
 // caller lets it go after taking the time.
 std::unique_ptr<DataFile> OpenModel(const QString &path)
 {
-    if (!ValidateDataFiles({path}))
+    const auto print = [](const QString &, const QString &text) { qWarning("%s", qPrintable(text)); };
+    if (!ValidateDataFiles({path}, print))
         qFatal("%s is not a data file", qPrintable(path));
     auto file = std::make_unique<DataFile>(path);
     if (file->ReadFailed())
