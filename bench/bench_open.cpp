@@ -37,19 +37,6 @@ QString SampleFile(int rows)
     return paths.value(rows);
 }
 
-// A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
-double StatusBytes(const QByteArray &key)
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly | QIODevice::Text))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith(key))
-            return line.mid(key.size()).trimmed().split(' ').value(0).toDouble() * 1024.0;
-    }
-    return 0;
-}
-
 // Lets VmHWM start again from the present size, so that it shows the peak
 // of one open rather than of the whole run.
 void ResetPeak()
@@ -64,12 +51,12 @@ void ResetPeak()
 void ReportMemory(benchmark::State &state, const QString &path, double fileBytes)
 {
     malloc_trim(0);
-    const double before = StatusBytes("VmRSS:");
+    const double before = BenchData::StatusBytes("VmRSS:");
     ResetPeak();
     const bool valid = ValidateDataFiles({path}, ShowInformationBox);
     const DataFile file(path);
-    const double open = StatusBytes("VmRSS:") - before;
-    const double peak = StatusBytes("VmHWM:") - before;
+    const double open = BenchData::StatusBytes("VmRSS:") - before;
+    const double peak = BenchData::StatusBytes("VmHWM:") - before;
     benchmark::DoNotOptimize(valid);
     state.counters["open_MB"] = open / 1e6;
     state.counters["open_x_file"] = open / fileBytes;

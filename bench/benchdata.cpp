@@ -1,5 +1,7 @@
 #include "benchdata.h"
 
+#include <QFile>
+
 namespace BenchData {
 
 DataFileBuilder Participant(int participant, int rows)
@@ -28,6 +30,18 @@ DataFileBuilder Participant(int participant, int rows)
         builder.Row(cells);
     }
     return builder;
+}
+
+double StatusBytes(const QByteArray &key)
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly | QIODevice::Text))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).trimmed().split(' ').value(0).toDouble() * 1024.0;
+    }
+    return 0;
 }
 
 } // namespace BenchData

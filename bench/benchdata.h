@@ -13,6 +13,9 @@ namespace BenchData {
 // a trial variable the others lack, so that combining adds and pads a column.
 DataFileBuilder Participant(int participant, int rows);
 
+// A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
+double StatusBytes(const QByteArray &key);
+
 } // namespace BenchData
 
 // main() of a benchmark program: widgets need an application object, which

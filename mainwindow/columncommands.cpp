@@ -9,6 +9,13 @@
 #include <QHeaderView>
 #include <QMenu>
 
+namespace {
+
+// About a second's work of sizing columns to their contents.
+const int kColumnsSizedAtOnce = 500;
+
+} // namespace
+
 // Emptiness was settled when the file was read, over all its rows, hidden
 // ones too; columns with values are left as they are.
 void MainWindow::HideEmptyColumns()
@@ -48,9 +55,35 @@ void MainWindow::ShowAllColumns()
         ui->rawDataView->showColumn(column);
 }
 
+// Sizing every column of a wide file to its contents would take minutes:
+// there the columns in view are sized now and the others as they come into
+// view. A table of ordinary width is sized whole at once.
 void MainWindow::AutosizeColumns()
 {
-    ui->rawDataView->resizeColumnsToContents();
+    const int columns = ui->rawDataView->model()->columnCount();
+    const bool wide = columns > kColumnsSizedAtOnce;
+    sizedColumns.assign(size_t(columns), !wide);
+    if (wide)
+        SizeColumnsInView();
+    else
+        ui->rawDataView->resizeColumnsToContents();
+}
+
+void MainWindow::SizeColumnsInView()
+{
+    const QHeaderView *header = ui->rawDataView->horizontalHeader();
+    const int width = ui->rawDataView->viewport()->width();
+    for (int visual = qMax(0, header->visualIndexAt(0)); visual < header->count(); ++visual) {
+        const int column = header->logicalIndex(visual);
+        if (header->isSectionHidden(column))
+            continue;
+        if (header->sectionViewportPosition(column) >= width)
+            break;
+        if (size_t(column) < sizedColumns.size() && !sizedColumns[size_t(column)]) {
+            sizedColumns[size_t(column)] = true;
+            ui->rawDataView->resizeColumnToContents(column);
+        }
+    }
 }
 
 // The column under the pointer becomes the selection the menu acts on.

@@ -11,12 +11,14 @@
 #include "informationbox.h"
 #include "rowcolorsdialog.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QProgressDialog>
 
 #include <algorithm>
 #include <functional>
@@ -63,10 +65,20 @@ void MainWindow::AddFileNamesToLists(const QStringList &file_paths)
     ui->list_cloud_filenames->insertItems(ui->list_cloud_filenames->count(), names);
 }
 
+// Reading can take seconds: the pointer shows the window is busy, and a
+// drop of many files shows its progress once it has run for two seconds.
 void MainWindow::LoadDataFiles(const QStringList &file_paths)
 {
-    for (const QString &path : file_paths)
-        files.push_back(std::make_unique<DataFile>(path));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QProgressDialog progress(QStringLiteral("Opening files..."), QString(), 0, file_paths.size(), this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(2000);
+    for (int done = 0; done < file_paths.size(); ++done) {
+        progress.setValue(done);
+        files.push_back(std::make_unique<DataFile>(file_paths[done]));
+    }
+    progress.setValue(file_paths.size());
+    QApplication::restoreOverrideCursor();
 }
 
 // A combined record stands among the open files too, with an empty path.
@@ -154,7 +166,7 @@ void MainWindow::ChangeFileFocus()
     ShowFocusedFile();
     UpdateBottomInfo();
     PushRowColorOptions();
-    ui->rawDataView->resizeColumnsToContents();
+    AutosizeColumns();
     // No row is under the pointer yet.
     ui->actionFlag_Selection->setEnabled(false);
 }

@@ -16,6 +16,7 @@
 #include <QDesktopServices>
 #include <QGraphicsColorizeEffect>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QUrl>
@@ -73,6 +74,8 @@ MainWindow::MainWindow(const QByteArray &cloudBaseUrl)
 // The records go after the form, whatever the views still show.
 MainWindow::~MainWindow()
 {
+    // The views outlive the form's pointers while the window is torn down.
+    ui->rawDataView->horizontalScrollBar()->disconnect(this);
     ui.reset();
     files.clear();
 }
@@ -99,6 +102,10 @@ void MainWindow::ConnectForm()
     connect(ui->actionRow_Colors, &QAction::triggered, this, &MainWindow::OpenRowColorsDialog);
     connect(ui->minusButton, &QPushButton::clicked, this, &MainWindow::RemoveFiles);
     connect(ui->actionRefresh_Column_Autosizing, &QAction::triggered, this, &MainWindow::AutosizeColumns);
+    // Scrolling, a wider view or columns shown again bring columns into view.
+    const QScrollBar *across = ui->rawDataView->horizontalScrollBar();
+    connect(across, &QScrollBar::valueChanged, this, &MainWindow::SizeColumnsInView);
+    connect(across, &QScrollBar::rangeChanged, this, &MainWindow::SizeColumnsInView);
     connect(ui->actionTalvox_On_The_Web, &QAction::triggered, this, &MainWindow::OpenWebsite);
     connect(ui->actionFlag_Special, &QAction::triggered, this, &MainWindow::OpenFlagSpecialDialog);
     connect(ui->actionRemove_Selected_Files, &QAction::triggered, this, &MainWindow::RemoveFiles);

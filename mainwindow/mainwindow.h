@@ -129,6 +129,7 @@ private:
 
     // Column commands.
     BaseModel &SortedModel(bool sectionTable);
+    void SizeColumnsInView();
 
     // Cloud panel.
     void ShowCloudAccount(QSettings &credentials, const QString &email, const QString &password);
@@ -166,6 +167,9 @@ private:
     QDialog *aboutDialog = nullptr;
     QGraphicsColorizeEffect *disabledEffect = nullptr;
     QString lastDirectory;
+    // Columns of the raw table sized to their contents since the last
+    // autosizing, by model column.
+    std::vector<bool> sizedColumns;
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     CloudClient cloudClient;

@@ -7,6 +7,7 @@
 #include "informationbox.h"
 #include "mergedialog.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QFileDialog>
 
@@ -32,7 +33,13 @@ void MainWindow::OutputMergedData()
     QFile file(name);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return;
+    // The pointer shows the window busy while the rows are written out, and
+    // is itself again for the box that says they were.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     currentFile->WriteMergedFile(file, mergeDialog->RowsToMerge(), mergeDialog->IncludeHiddenRows(),
-                                 mergeDialog->Transpose(), ShowInformationBox);
+                                 mergeDialog->Transpose(), [](const QString &title, const QString &text) {
+                                     QApplication::restoreOverrideCursor();
+                                     ShowInformationBox(title, text);
+                                 });
     mergeDialog->reject();
 }

@@ -1,88 +1,65 @@
 #include "celllist.h"
 
-#include "cellnumber.h"
-
 #include <algorithm>
 
-CellList CellList::FromSpans(std::shared_ptr<const CellText> text, std::vector<CellSpan> spans)
+CellList CellList::FromTable(std::shared_ptr<const RowTable> table, int column)
 {
     CellList list;
-    const int count = int(spans.size());
-    if (count == 0)
-        return list;
-    // Slices never write through a text they did not create (see WritableTail).
-    auto slices = std::make_shared<Slices>(
-        Slices{std::const_pointer_cast<CellText>(std::move(text)), std::move(spans)});
-    list.AppendSegment(Segment{std::move(slices), 0, count});
+    const int count = table->RowCount();
+    list.AppendSegment(Segment{std::move(table), column, 0, count});
     return list;
 }
 
 QString CellList::at(int row) const
 {
-    int local = 0;
-    const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->slices)
-        return QString();
-    const CellSpan span = segment->slices->spans[size_t(segment->first + local)];
-    return segment->slices->text->Decode(segment->slices->text->bytes.constData() + span.offset,
-                                         int(span.length));
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    return text ? text->Decode(bytes) : QString();
 }
 
 std::string_view CellList::BytesAt(int row) const
 {
-    int local = 0;
-    const Segment *segment = Locate(row, &local);
-    if (!segment || !segment->slices)
-        return std::string_view();
-    const CellSpan span = segment->slices->spans[size_t(segment->first + local)];
-    return std::string_view(segment->slices->text->bytes.constData() + span.offset, span.length);
+    std::string_view bytes;
+    TextAt(row, &bytes);
+    return bytes;
 }
 
 double CellList::ToDouble(int row, bool *ok) const
 {
-    double value = 0;
-    if (CellNumber::ParsePlainDecimal(BytesAt(row), &value)) {
-        *ok = true;
-        return value;
-    }
-    value = at(row).toDouble(ok);
-    return *ok ? value : 0.0;
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    *ok = false;
+    return text ? text->ToDouble(bytes, ok) : 0.0;
 }
 
 int CellList::ToInt(int row, bool *ok) const
 {
-    int value = 0;
-    if (CellNumber::ParsePlainInteger(BytesAt(row), &value)) {
-        *ok = true;
-        return value;
-    }
-    return at(row).toInt(ok, 10);
+    std::string_view bytes;
+    const CellText *text = TextAt(row, &bytes);
+    *ok = false;
+    return text ? text->ToInt(bytes, ok) : 0;
 }
 
-void CellList::Append(const QString &cell)
+const CellText *CellList::TextAt(int row, std::string_view *bytes) const
 {
-    Slices *tail = WritableTail();
-    if (!tail) {
-        auto slices = std::make_shared<Slices>(Slices{std::make_shared<CellText>(), {}});
-        AppendSegment(Segment{slices, 0, 0});
-        tail = slices.get();
-    }
-    const QByteArray bytes = cell.toUtf8();
-    tail->spans.push_back(CellSpan{quint32(tail->text->bytes.size()), quint32(bytes.size())});
-    tail->text->bytes.append(bytes);
-    segments.back().count++;
-    ends.back()++;
-    total++;
+    int local = 0;
+    const Segment *segment = Locate(row, &local);
+    if (!segment || !segment->table)
+        return nullptr;
+    *bytes = segment->table->Cell(segment->first + local, segment->column);
+    return &segment->table->Text();
 }
 
 void CellList::AppendEmpty(int count)
 {
     if (count > 0)
-        AppendSegment(Segment{nullptr, 0, count});
+        AppendSegment(Segment{nullptr, 0, 0, count});
 }
 
 void CellList::AppendList(const CellList &other)
 {
+    if (other.segments.empty())
+        AppendEmpty(other.total);
     for (const Segment &segment : other.segments)
         AppendSegment(segment);
 }
@@ -102,11 +79,12 @@ void CellList::Truncate(int count)
             ends.pop_back();
         }
     }
+    total = qBound(0, count, total);
 }
 
 const CellList::Segment *CellList::Locate(int row, int *local) const
 {
-    if (row < 0 || row >= total)
+    if (row < 0 || row >= total || segments.empty())
         return nullptr;
     size_t index = 0;
     if (segments.size() > 1)
@@ -117,11 +95,20 @@ const CellList::Segment *CellList::Locate(int row, int *local) const
 
 void CellList::AppendSegment(const Segment &segment)
 {
-    if (segment.count <= 0 && segment.slices == nullptr)
+    if (segment.count <= 0)
         return;
+    if (!segment.table && segments.empty()) {
+        total += segment.count;
+        return;
+    }
+    // Cells so far were all empty and had no segment of their own.
+    if (segments.empty() && total > 0) {
+        segments.push_back(Segment{nullptr, 0, 0, total});
+        ends.push_back(total);
+    }
     // Neighbouring runs of empty cells become one, which keeps long padded
     // columns of combined files short.
-    if (!segment.slices && !segments.empty() && !segments.back().slices) {
+    if (!segment.table && !segments.back().table) {
         segments.back().count += segment.count;
         ends.back() += segment.count;
     } else {
@@ -129,17 +116,4 @@ void CellList::AppendSegment(const Segment &segment)
         ends.push_back(total + segment.count);
     }
     total += segment.count;
-}
-
-CellList::Slices *CellList::WritableTail()
-{
-    if (segments.empty() || !segments.back().slices)
-        return nullptr;
-    Segment &last = segments.back();
-    Slices *slices = last.slices.get();
-    // Only cells that this list alone has built may grow in place; anything
-    // shared with another list or cut from a file stays as it is.
-    const bool ownsAll = last.slices.use_count() == 1 && slices->text.use_count() == 1;
-    const bool reachesEnd = size_t(last.first + last.count) == slices->spans.size();
-    return ownsAll && reachesEnd ? slices : nullptr;
 }

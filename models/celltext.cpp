@@ -1,33 +1,73 @@
 #include "celltext.h"
 
+#include "cellnumber.h"
+#include "hugepages.h"
+
 #include <QTextCodec>
 
 #include <cstring>
 
-QString CellText::Decode(const char *data, int size) const
+bool CellText::Allocate(qint64 newSize)
 {
-    if (size <= 0)
+    storage = HugePages::Allocate<char>(size_t(newSize));
+    start = 0;
+    size = storage ? newSize : 0;
+    return storage != nullptr;
+}
+
+void CellText::DropFront(qint64 count)
+{
+    count = qBound<qint64>(0, count, size);
+    start += count;
+    size -= count;
+}
+
+QString CellText::Decode(std::string_view bytes) const
+{
+    const int length = int(qMin<qint64>(qint64(bytes.size()), kMaxDecodedBytes));
+    if (length <= 0)
         return QString();
-    QString text = DecodeBytes(data, size);
+    QString text = DecodeBytes(bytes.data(), length);
     // A text stream on a text-mode device decodes CRs like any byte and then
     // drops every one of them, also one in the middle of a line.
-    if (std::memchr(data, '\r', size_t(size)))
+    if (std::memchr(bytes.data(), '\r', size_t(length)))
         text.remove(QLatin1Char('\r'));
     return text;
 }
 
-QString CellText::DecodeBytes(const char *data, int size) const
+double CellText::ToDouble(std::string_view bytes, bool *ok) const
+{
+    double value = 0;
+    if (CellNumber::ParsePlainDecimal(bytes, &value)) {
+        *ok = true;
+        return value;
+    }
+    value = Decode(bytes).toDouble(ok);
+    return *ok ? value : 0.0;
+}
+
+int CellText::ToInt(std::string_view bytes, bool *ok) const
+{
+    int value = 0;
+    if (CellNumber::ParsePlainInteger(bytes, &value)) {
+        *ok = true;
+        return value;
+    }
+    return Decode(bytes).toInt(ok, 10);
+}
+
+QString CellText::DecodeBytes(const char *data, int length) const
 {
     if (codec)
-        return codec->toUnicode(data, size);
+        return codec->toUnicode(data, length);
     // A byte order mark inside the file is text, not a header: only the one
     // at the very start of the file is skipped, and that one is gone already.
     // QString::fromUtf8 would skip a mark at the start of the cell.
     QString marks;
-    while (size >= 3 && uchar(data[0]) == 0xEF && uchar(data[1]) == 0xBB && uchar(data[2]) == 0xBF) {
+    while (length >= 3 && uchar(data[0]) == 0xEF && uchar(data[1]) == 0xBB && uchar(data[2]) == 0xBF) {
         marks += QChar(0xFEFF);
         data += 3;
-        size -= 3;
+        length -= 3;
     }
-    return marks + QString::fromUtf8(data, size);
+    return marks + QString::fromUtf8(data, length);
 }

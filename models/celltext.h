@@ -1,20 +1,50 @@
 #pragma once
 
-#include <QByteArray>
+#include "hugepages.h"
+
 #include <QString>
+#include <QtGlobal>
+
+#include <string_view>
 
 class QTextCodec;
 
-// Bytes that cells are cut from, with the decoding that turns a slice into
-// the text a text stream over the same bytes would have produced.
-struct CellText
+// The bytes that cells are cut from, with the decoding that turns a slice
+// into the text a text stream over the same bytes would have produced. The
+// bytes live in a buffer of their own rather than a QByteArray, which
+// could not hold a file of 2 GB or more.
+class CellText
 {
-    QByteArray bytes;
-    // Null means UTF-8, the decoding of nearly every file.
-    QTextCodec *codec = nullptr;
+public:
+    // The longest slice that decodes in full: its text must fit a QString.
+    static const qint64 kMaxDecodedBytes = (qint64(1) << 30) - 64;
 
-    QString Decode(const char *data, int size) const;
+    // Makes room for `size` bytes; false when memory does not allow it.
+    bool Allocate(qint64 size);
+    char *Buffer() { return storage.get(); }
+    const char *Data() const { return storage.get() + start; }
+    qint64 Size() const { return size; }
+    std::string_view Bytes() const { return std::string_view(Data(), size_t(size)); }
+    void DropFront(qint64 count);
+    void Truncate(qint64 newSize) { size = qBound<qint64>(0, newSize, size); }
+
+    // Null means UTF-8, the decoding of nearly every file.
+    QTextCodec *Codec() const { return codec; }
+    void SetCodec(QTextCodec *value) { codec = value; }
+
+    // A slice longer than kMaxDecodedBytes gives the text of its first
+    // kMaxDecodedBytes bytes.
+    QString Decode(std::string_view bytes) const;
+    // The slice read as QString::toDouble or QString::toInt (base 10) would
+    // read its text, 0 when that fails.
+    double ToDouble(std::string_view bytes, bool *ok) const;
+    int ToInt(std::string_view bytes, bool *ok) const;
 
 private:
-    QString DecodeBytes(const char *data, int size) const;
+    QString DecodeBytes(const char *data, int length) const;
+
+    HugePages::Block<char> storage;
+    qint64 start = 0;
+    qint64 size = 0;
+    QTextCodec *codec = nullptr;
 };

@@ -5,13 +5,6 @@ DataColumn::DataColumn(int count)
     values.AppendEmpty(count);
 }
 
-void DataColumn::Append(const QString &cell)
-{
-    values.Append(cell);
-    if (!cell.isEmpty())
-        allEmpty = false;
-}
-
 void DataColumn::Append(const DataColumn &other)
 {
     values.AppendList(other.values);

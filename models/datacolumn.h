@@ -6,14 +6,13 @@
 struct DataColumn
 {
     CellList values;
-    // True until a non-empty cell is appended; never set back.
+    // True until a column with a non-empty cell is appended; never set back.
     bool allEmpty = true;
 
     DataColumn() = default;
     // `count` empty cells, as used to pad a column.
     explicit DataColumn(int count);
 
-    void Append(const QString &cell);
     // Appends every cell of `other`; the mark clears if the other's is clear.
     void Append(const DataColumn &other);
 };

@@ -6,6 +6,8 @@
 #include "headerline.h"
 #include "linecursor.h"
 
+#include <new>
+
 namespace {
 
 struct ShareColumn
@@ -57,9 +59,32 @@ void DataFile::WireModels()
     sectionProxy.setSourceModel(&sectionModel);
 }
 
+// Running out of memory is the one failure: every allocation that can fail
+// on a large file reports it, whichever thread made it, and the record is
+// left empty.
 void DataFile::Parse()
 {
+    try {
+        readFailed = !ReadFile();
+    } catch (const std::bad_alloc &) {
+        readFailed = true;
+    }
+    if (!readFailed)
+        return;
+    experimentName.clear();
+    date.clear();
+    headerFields.clear();
+    overall = SectionStats();
+    QStringList noTitles;
+    QVector<DataColumn> noColumns;
+    mainModel.LoadData(noTitles, noColumns);
+}
+
+bool DataFile::ReadFile()
+{
     const std::shared_ptr<CellText> text = FileText::Read(path);
+    if (!text)
+        return false;
     LineCursor lines(*text);
     legacyFormat = !HeaderLine::IsFieldLine(LineCursor(*text).NextLineText());
     if (legacyFormat) {
@@ -74,10 +99,12 @@ void DataFile::Parse()
     }
 
     DataFileParser parser(text);
-    parser.ReadTable(lines);
-    SectionStores stores = parser.CollectStatistics(&overall);
+    if (!parser.ReadTable(lines))
+        return false;
+    SectionStores stores = parser.TakeStatistics(&overall);
     parser.HandOver(&mainModel);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
+    return true;
 }
 
 void DataFile::CopyFrom(const DataFile &other)

@@ -29,6 +29,9 @@ public:
     QString Path() const { return path; }
     QString Date() const { return date; }
     bool LegacyFormat() const { return legacyFormat; }
+    // True when memory did not allow reading the whole file; the record then
+    // holds no rows, and the file is to be refused as unreadable.
+    bool ReadFailed() const { return readFailed; }
     const QMap<QString, QString> &HeaderFields() const { return headerFields; }
 
     // Starts a combined record from the first selected file.
@@ -59,11 +62,13 @@ public:
 private:
     void WireModels();
     void Parse();
+    bool ReadFile();
     QVector<HiddenSectionStats> HiddenShares(const QVector<int> &rows) const;
     QString Cell(int row, int column) const;
     double CellValue(int row, int column) const;
 
     bool legacyFormat = false;
+    bool readFailed = false;
     QString path;
     QString experimentName;
     QString date;

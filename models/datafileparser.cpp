@@ -1,13 +1,15 @@
 #include "datafileparser.h"
 
-#include "cellnumber.h"
 #include "headerline.h"
 #include "linecursor.h"
 #include "mainmodel.h"
+#include "rowtable.h"
 
+#include <algorithm>
 #include <cstring>
-#include <string_view>
-#include <unordered_map>
+#include <future>
+#include <system_error>
+#include <thread>
 
 namespace {
 
@@ -15,109 +17,80 @@ const QString kErrorCode = QStringLiteral("Error\nCode");
 const QString kReactionTime = QStringLiteral("Reaction\nTime");
 const QString kTrialVariable = QStringLiteral("(Trial Variable)");
 
-// Adds rows to one vector of sections. Rows are matched to sections by the
-// bytes of their cell first, so each distinct cell is decoded only once.
-class SectionTally
+// Runs work(0) to work(count - 1) at once, part 0 on the calling thread, and
+// returns when all are done. A part's failure reaches the caller, after the
+// other parts have finished.
+template <typename Work>
+void RunParts(int count, const Work &work)
 {
-public:
-    explicit SectionTally(QVector<SectionStats> *sections)
-        : sections(sections)
-    {
-    }
-
-    void Add(const CellList &cells, int row, const QString &code, int rt)
-    {
-        const std::string_view bytes = cells.BytesAt(row);
-        // Rows of one block or trial come in runs, so the last section is
-        // the likeliest and cheapest to try.
-        if (lastPosition >= 0 && bytes == lastBytes) {
-            (*sections)[lastPosition].AddRow(code, rt);
-            return;
+    std::vector<std::future<void>> others;
+    for (int part = 1; part < count; ++part) {
+        try {
+            others.push_back(std::async(std::launch::async, work, part));
+        } catch (const std::system_error &) {
+            // No thread to be had: the part runs on this one.
+            others.push_back(std::async(std::launch::deferred, work, part));
         }
-        const auto found = byBytes.find(bytes);
-        if (found != byBytes.end()) {
-            lastPosition = found->second;
-            (*sections)[lastPosition].AddRow(code, rt);
-        } else {
-            const QString name = bytes.empty() ? QStringLiteral("<No Name>") : cells.at(row);
-            lastPosition = AccumulateSection(*sections, name, code, rt, &positions);
-            byBytes.emplace(bytes, lastPosition);
-        }
-        lastBytes = bytes;
     }
-
-private:
-    QVector<SectionStats> *sections;
-    QHash<QString, int> positions;
-    std::unordered_map<std::string_view, int> byBytes;
-    std::string_view lastBytes;
-    int lastPosition = -1;
-};
-
-// Splits one line into `n` cells at TAB bytes: missing cells are empty and
-// surplus ones are dropped.
-void SplitLine(std::string_view line, int offset, std::vector<std::vector<CellSpan>> &spans)
-{
-    const char *at = line.data();
-    const char *end = at + line.size();
-    bool more = true;
-    for (std::vector<CellSpan> &column : spans) {
-        if (!more) {
-            column.push_back(CellSpan{0, 0});
-            continue;
-        }
-        const char *tab = static_cast<const char *>(std::memchr(at, '\t', size_t(end - at)));
-        const char *cellStart = at;
-        const char *cellEnd = tab ? tab : end;
-        // CRs at either end of a cell decode to nothing; leaving them out
-        // keeps "12.5\r" a plain number and "\r" an empty cell.
-        while (cellStart < cellEnd && *cellStart == '\r')
-            ++cellStart;
-        while (cellEnd > cellStart && cellEnd[-1] == '\r')
-            --cellEnd;
-        column.push_back(CellSpan{quint32(offset + (cellStart - line.data())), quint32(cellEnd - cellStart)});
-        more = tab != nullptr;
-        at = tab ? tab + 1 : end;
-    }
+    work(0);
+    for (std::future<void> &other : others)
+        other.get();
 }
 
-// Gives each title, in order, the fewest extra "#" that set it apart from
-// every title before it. Titles are compared as their text without
-// trailing "#" plus the number of them, so a title "A#" and a repeat "A"
-// marked once meet as the same title.
-class RepeatMarks
+// At least two stretches, so that merging is at work on any machine. A
+// codec other than UTF-8 decodes on the calling thread only.
+int StretchCount(const CellText &text)
 {
-public:
-    QString Unique(const QString &title)
-    {
-        int hashes = 0;
-        while (hashes < title.size() && title.at(title.size() - 1 - hashes) == QLatin1Char('#'))
-            ++hashes;
-        const QString base = title.left(title.size() - hashes);
-        const int marks = FreeCount(base, hashes);
-        return marks == hashes ? title : title + QString(marks - hashes, QLatin1Char('#'));
-    }
+    if (text.Codec())
+        return 1;
+    return qBound(2, int(std::thread::hardware_concurrency()), 8);
+}
 
-private:
-    // Takes the lowest free count from `count` up. Each taken count points
-    // at a count to try next, so a long run of equal titles is skipped in
-    // one step rather than walked again for every repeat.
-    int FreeCount(const QString &base, int count)
-    {
-        QHash<int, int> &next = taken[base];
-        QVector<int> passed;
-        for (auto found = next.constFind(count); found != next.constEnd(); found = next.constFind(count)) {
-            passed.append(count);
-            count = found.value();
-        }
-        for (const int skipped : passed)
-            next[skipped] = count + 1;
-        next.insert(count, count + 1);
-        return count;
+// Places where stretches of about equal size start, each at a line start,
+// and the end of the bytes last.
+std::vector<qint64> SplitAtLines(const CellText &text, qint64 begin, int parts)
+{
+    const qint64 end = text.Size();
+    std::vector<qint64> starts{begin};
+    for (int part = 1; part < parts; ++part) {
+        const qint64 target = qMax(begin + (end - begin) * part / parts, starts.back() + 1);
+        if (target >= end)
+            break;
+        const void *feed = std::memchr(text.Data() + target - 1, '\n', size_t(end - target + 1));
+        if (!feed)
+            break;
+        const qint64 next = static_cast<const char *>(feed) - text.Data() + 1;
+        if (next >= end)
+            break;
+        starts.push_back(next);
     }
+    starts.push_back(end);
+    return starts;
+}
 
-    QHash<QString, QHash<int, int>> taken;
-};
+// The kind from the title's text without its marks, which holds every
+// "(Trial Variable)" the title holds.
+int KindOf(const TitleRow &row, int column, bool rightOfReactionTime)
+{
+    const QString &title = row.titles[column];
+    if (title == QLatin1String("Block\nName"))
+        return 0;
+    if (title == QLatin1String("Trial\nName"))
+        return 1;
+    if (row.Base(column).contains(kTrialVariable))
+        return 2;
+    return rightOfReactionTime ? 3 : -1;
+}
+
+// Inserts the entries in the maps' own order, each at the end, which costs
+// one comparison of titles per entry rather than a walk down the map.
+void InsertInOrder(const TitleRow &row, QVector<int> order, const QVector<QVector<SectionStats>> &values,
+                   QMap<QString, QVector<SectionStats>> *map)
+{
+    std::sort(order.begin(), order.end(), [&](int left, int right) { return row.Less(left, right); });
+    for (const int column : order)
+        map->insert(map->cend(), row.titles[column], values[column]);
+}
 
 } // namespace
 
@@ -132,19 +105,19 @@ int ColumnSectionKind(const QString &title, bool rightOfReactionTime)
     return rightOfReactionTime ? 3 : -1;
 }
 
-QStringList BuildTitles(const QString &upper, const QString &lower)
+TitleRow BuildTitles(const QString &upper, const QString &lower)
 {
     const QStringList top = upper.split(QLatin1Char('\t'));
     const QStringList bottom = lower.split(QLatin1Char('\t'));
-    QStringList titles;
-    titles.reserve(bottom.size() + 1);
+    TitleRow row;
+    row.titles.reserve(bottom.size() + 1);
     RepeatMarks marks;
-    titles.append(marks.Unique(QStringLiteral("Flag")));
+    marks.Add(QStringLiteral("Flag"), &row);
     for (int i = 0; i < bottom.size(); ++i) {
         const bool twoLines = i < top.size() && !top[i].isEmpty();
-        titles.append(marks.Unique(twoLines ? top[i] + QLatin1Char('\n') + bottom[i] : bottom[i]));
+        marks.Add(twoLines ? top[i] + QLatin1Char('\n') + bottom[i] : bottom[i], &row);
     }
-    return titles;
+    return row;
 }
 
 DataFileParser::DataFileParser(std::shared_ptr<const CellText> text)
@@ -165,124 +138,129 @@ void DataFileParser::ReadFieldLines(LineCursor &lines, QMap<QString, QString> *f
     }
 }
 
-void DataFileParser::ReadTable(LineCursor &lines)
+bool DataFileParser::ReadTable(LineCursor &lines)
 {
-    const QString upper = lines.NextLineText();
-    const QString lower = lines.NextLineText();
-    titles = BuildTitles(upper, lower);
+    const std::string_view upper = lines.NextLine();
+    const std::string_view lower = lines.NextLine();
+    if (qint64(upper.size()) > CellText::kMaxDecodedBytes || qint64(lower.size()) > CellText::kMaxDecodedBytes)
+        return false;
+    titleRow = BuildTitles(text->Decode(upper), text->Decode(lower));
+    PlanStatistics();
+    ReadRows(lines.Position());
+    return statistics.has_value();
+}
 
-    std::vector<std::vector<CellSpan>> spans(size_t(titles.size() - 1));
-    const int expected = lines.LinesLeft();
-    for (std::vector<CellSpan> &column : spans)
-        column.reserve(size_t(expected));
-    const char *base = text->bytes.constData();
-    while (!lines.AtEnd()) {
-        const std::string_view line = lines.NextLine();
-        SplitLine(line, int(line.data() - base), spans);
-        ++rowCount;
+void DataFileParser::PlanStatistics()
+{
+    const QStringList &titles = titleRow.titles;
+    plan.errorCode = titles.indexOf(kErrorCode);
+    plan.reactionTime = titles.indexOf(kReactionTime);
+    for (int column = 0; column < titles.size(); ++column) {
+        const int kind = KindOf(titleRow, column, column > plan.reactionTime);
+        if (kind >= 0)
+            plan.sections.append(SectionColumn{column, kind});
     }
+}
 
-    columns.reserve(titles.size());
+// Each stretch is indexed and counted on a thread of its own; the
+// statistics are then merged in file order. Where the order of adding could
+// show in the sums, the rows are counted again in one pass.
+void DataFileParser::ReadRows(qint64 begin)
+{
+    const std::vector<qint64> starts = SplitAtLines(*text, begin, StretchCount(*text));
+    const int parts = int(starts.size()) - 1;
+    const int fields = titleRow.titles.size() - 1;
+    std::vector<std::optional<RowChunk>> chunks(static_cast<size_t>(parts));
+    std::vector<ChunkStatistics> counted;
+    for (int part = 0; part < parts; ++part)
+        counted.emplace_back(plan, *text);
+    RunParts(parts, [&](int part) {
+        chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields);
+        counted[size_t(part)].AddRows(*chunks[size_t(part)], false);
+    });
+
+    qint64 rows = 0;
+    std::vector<RowChunk> indexed;
+    for (std::optional<RowChunk> &chunk : chunks) {
+        rows += chunk->RowCount();
+        indexed.push_back(std::move(*chunk));
+    }
+    if (rows > qint64(INT_MAX))
+        return;
+    rowCount = int(rows);
+    for (int part = 1; part < parts; ++part)
+        counted[0].Merge(counted[size_t(part)]);
+    statistics.emplace(std::move(counted[0]));
+    if (!statistics->OrderFree()) {
+        statistics.emplace(plan, *text);
+        for (const RowChunk &chunk : indexed)
+            statistics->AddRows(chunk, true);
+    }
+    BuildColumns(std::make_shared<const RowTable>(text, std::move(indexed)));
+}
+
+// A column without a single value needs no cells at all.
+void DataFileParser::BuildColumns(const std::shared_ptr<const RowTable> &table)
+{
+    const int fields = titleRow.titles.size() - 1;
+    columns.reserve(fields + 1);
     columns.append(DataColumn(rowCount));
-    for (std::vector<CellSpan> &column : spans)
-        columns.append(ReadColumn(std::move(column)));
-}
-
-DataColumn DataFileParser::ReadColumn(std::vector<CellSpan> spans) const
-{
-    bool empty = true;
-    for (const CellSpan &span : spans) {
-        if (span.length != 0) {
-            empty = false;
-            break;
+    for (int field = 0; field < fields; ++field) {
+        const std::vector<RowChunk> &chunks = table->Chunks();
+        const bool hasText =
+            std::any_of(chunks.begin(), chunks.end(), [&](const RowChunk &chunk) { return chunk.HasText(field); });
+        if (!hasText) {
+            columns.append(DataColumn(rowCount));
+            continue;
         }
+        DataColumn column;
+        column.values = CellList::FromTable(table, field);
+        column.allEmpty = false;
+        columns.append(column);
     }
-    // A column without a single value needs no slices at all.
-    if (empty)
-        return DataColumn(int(spans.size()));
-    DataColumn column;
-    column.values = CellList::FromSpans(text, std::move(spans));
-    column.allEmpty = false;
-    return column;
 }
 
-SectionStores DataFileParser::CollectStatistics(SectionStats *overall) const
+SectionStores DataFileParser::TakeStatistics(SectionStats *overall)
 {
     SectionStores stores;
-    CreateRightHandEntries(&stores);
-    QVector<QString> codes;
-    QVector<int> rts;
-    CollectRowFacts(&codes, &rts);
-
-    const int reactionTime = titles.indexOf(kReactionTime);
-    for (int c = 0; c < columns.size() && rowCount > 0; ++c) {
-        const int kind = ColumnSectionKind(titles[c], c > reactionTime);
-        if (kind < 0)
-            continue;
-        QVector<SectionStats> *target = kind == 0   ? &stores.blocks
-                                        : kind == 1 ? &stores.trials
-                                        : kind == 2 ? &stores.trialVariables[titles[c]]
-                                                    : &stores.codeColumns[titles[c]];
-        SectionTally tally(target);
-        const CellList &cells = columns[c].values;
-        for (int row = 0; row < rowCount; ++row) {
-            QString code = codes[row];
-            if (kind == 0)
-                overall->AccumulateOverall(code, rts[row]);
-            tally.Add(cells, row, code, rts[row]);
-        }
+    const QVector<QVector<SectionStats>> sections = statistics->Finish(overall);
+    QVector<QVector<SectionStats>> byColumn(titleRow.titles.size());
+    for (int i = 0; i < plan.sections.size(); ++i) {
+        const SectionColumn &section = plan.sections[i];
+        if (section.kind == 0)
+            stores.blocks = sections[i];
+        else if (section.kind == 1)
+            stores.trials = sections[i];
+        else
+            byColumn[section.column] = sections[i];
     }
-
-    overall->Finish();
-    FinishAll(stores.blocks);
-    FinishAll(stores.trials);
-    for (QVector<SectionStats> &sections : stores.trialVariables)
-        FinishAll(sections);
-    for (QVector<SectionStats> &sections : stores.codeColumns)
-        FinishAll(sections);
+    FillTitleMaps(byColumn, &stores);
     return stores;
 }
 
 // Every column right of "Reaction\nTime" (all of them when there is none)
-// has an entry, even one that no row fills.
-void DataFileParser::CreateRightHandEntries(SectionStores *stores) const
+// has an entry, even one that no row fills; a trial variable column left of
+// it has one once there are rows.
+void DataFileParser::FillTitleMaps(const QVector<QVector<SectionStats>> &sections, SectionStores *stores) const
 {
-    const int reactionTime = titles.indexOf(kReactionTime);
-    for (int c = reactionTime + 1; c < titles.size(); ++c) {
-        if (titles[c].contains(kTrialVariable))
-            stores->trialVariables[titles[c]];
+    QVector<int> trialVariables;
+    QVector<int> codeColumns;
+    for (int column = 0; column < titleRow.titles.size(); ++column) {
+        const bool right = column > plan.reactionTime;
+        if (!right && (rowCount == 0 || KindOf(titleRow, column, false) != 2))
+            continue;
+        if (titleRow.Base(column).contains(kTrialVariable))
+            trialVariables.append(column);
         else
-            stores->codeColumns[titles[c]];
+            codeColumns.append(column);
     }
-}
-
-// The code and the truncated reaction time of each row. A file without one
-// of the two columns reads as having no code and a time of 0 in every row.
-void DataFileParser::CollectRowFacts(QVector<QString> *codes, QVector<int> *rts) const
-{
-    const int errorCode = titles.indexOf(kErrorCode);
-    const int reactionTime = titles.indexOf(kReactionTime);
-    codes->resize(rowCount);
-    rts->resize(rowCount);
-    std::unordered_map<std::string_view, QString> decoded;
-    for (int row = 0; row < rowCount; ++row) {
-        if (errorCode >= 0) {
-            const CellList &cells = columns[errorCode].values;
-            const std::string_view bytes = cells.BytesAt(row);
-            auto found = decoded.find(bytes);
-            if (found == decoded.end())
-                found = decoded.emplace(bytes, cells.at(row)).first;
-            (*codes)[row] = found->second;
-        }
-        if (reactionTime >= 0) {
-            bool ok = false;
-            (*rts)[row] = CellNumber::TruncateToInt(columns[reactionTime].values.ToDouble(row, &ok));
-        }
-    }
+    InsertInOrder(titleRow, trialVariables, sections, &stores->trialVariables);
+    InsertInOrder(titleRow, codeColumns, sections, &stores->codeColumns);
 }
 
 void DataFileParser::HandOver(MainModel *model)
 {
-    model->LoadData(titles, columns);
+    model->LoadData(titleRow.titles, columns);
+    titleRow = TitleRow();
     rowCount = 0;
 }

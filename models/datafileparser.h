@@ -1,14 +1,17 @@
 #pragma once
 
 #include "celltext.h"
+#include "chunkstatistics.h"
 #include "datacolumn.h"
 #include "sectionstats.h"
+#include "titlemarks.h"
 
 #include <QMap>
 #include <QStringList>
 #include <QVector>
 
 #include <memory>
+#include <optional>
 
 class LineCursor;
 class MainModel;
@@ -26,14 +29,15 @@ struct SectionStores
 // 3 code column, -1 none.
 int ColumnSectionKind(const QString &title, bool rightOfReactionTime);
 
-// Builds the model's title row from a file's two title rows: "Flag", then
-// the file's titles, each repeat of an earlier title marked with as many
-// "#" as set it apart. No two titles of a model are ever equal, so columns
-// of combined files join by title without falling out of step.
-QStringList BuildTitles(const QString &upper, const QString &lower);
+// Builds the model's title row from a file's two title rows. No two titles
+// of a model are ever equal, so columns of combined files join by title
+// without falling out of step.
+TitleRow BuildTitles(const QString &upper, const QString &lower);
 
 // Turns the lines after a data file's header into the table of the file and
-// its statistics.
+// its statistics. The rows are read in stretches on every core at once and
+// the stretches' statistics merged in file order, which gives exactly what
+// one pass over the rows would.
 class DataFileParser
 {
 public:
@@ -42,21 +46,26 @@ public:
     // Reads a dotted header block and drops the line that ends it.
     static void ReadFieldLines(LineCursor &lines, QMap<QString, QString> *fields);
 
-    // Reads the two title rows and every row after them, with the "Flag"
-    // column in front.
-    void ReadTable(LineCursor &lines);
-    // Fills `overall` and the section stores in one pass over the rows.
-    SectionStores CollectStatistics(SectionStats *overall) const;
-    // Gives the table to the model; the parser is empty afterwards.
+    // Reads the two title rows, every row after them and their statistics.
+    // False when the table cannot be held: a title row longer than text can
+    // be, or more rows than a table can count.
+    bool ReadTable(LineCursor &lines);
+    // Fills `overall` and gives the section stores.
+    SectionStores TakeStatistics(SectionStats *overall);
+    // Gives the table, with the "Flag" column in front, to the model; the
+    // parser is empty afterwards.
     void HandOver(MainModel *model);
 
 private:
-    DataColumn ReadColumn(std::vector<CellSpan> spans) const;
-    void CollectRowFacts(QVector<QString> *codes, QVector<int> *rts) const;
-    void CreateRightHandEntries(SectionStores *stores) const;
+    void PlanStatistics();
+    void ReadRows(qint64 begin);
+    void BuildColumns(const std::shared_ptr<const RowTable> &table);
+    void FillTitleMaps(const QVector<QVector<SectionStats>> &sections, SectionStores *stores) const;
 
     std::shared_ptr<const CellText> text;
-    QStringList titles;
+    TitleRow titleRow;
+    StatisticsPlan plan;
+    std::optional<ChunkStatistics> statistics;
     QVector<DataColumn> columns;
     int rowCount = 0;
 };

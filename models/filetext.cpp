@@ -1,70 +1,129 @@
 #include "filetext.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTextCodec>
 
+#include <cstring>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
 
-QByteArray ReadBytes(const QString &path)
+// Pieces in which bytes are read and files in other encodings converted;
+// small enough for the int sizes of Qt's own functions.
+const qint64 kPieceBytes = qint64(1) << 26;
+
+// A file larger than the machine's memory can never be held, and trying
+// would only drive the system into swapping or its out-of-memory killer.
+bool FitsInMemory(qint64 size)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QByteArray();
-    const qint64 size = file.size();
-    if (size <= 0 || size >= qint64(INT_MAX))
-        return file.readAll();
-    QByteArray bytes(int(size), Qt::Uninitialized);
-    const qint64 got = file.read(bytes.data(), size);
-    bytes.truncate(int(qMax<qint64>(got, 0)));
-    return bytes;
+#ifdef Q_OS_UNIX
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long pageSize = sysconf(_SC_PAGE_SIZE);
+    if (pages > 0 && pageSize > 0)
+        return size <= qint64(pages) * qint64(pageSize);
+#endif
+    return true;
 }
 
-bool StartsWithUtf8Mark(const QByteArray &bytes)
+// Reads the file's present size, no more, so that a file growing meanwhile
+// still reads as the size it had.
+std::shared_ptr<CellText> ReadBytes(const QString &path)
 {
-    return bytes.startsWith("\xEF\xBB\xBF");
+    auto text = std::make_shared<CellText>();
+    QFile file(path);
+    const QFileInfo info(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+        text->Allocate(0);
+        return text;
+    }
+    const qint64 size = file.size();
+    if (!FitsInMemory(size) || !text->Allocate(size))
+        return nullptr;
+    qint64 got = 0;
+    while (got < size) {
+        const qint64 read = file.read(text->Buffer() + got, qMin(size - got, kPieceBytes));
+        if (read <= 0)
+            break;
+        got += read;
+    }
+    text->Truncate(got);
+    return text;
+}
+
+bool StartsWithUtf8Mark(const CellText &text)
+{
+    return text.Bytes().substr(0, 3) == "\xEF\xBB\xBF";
+}
+
+// UTF-16 and UTF-32 files are turned into UTF-8 once, piece by piece, so
+// that cells can still be cut at TAB and LF bytes. The converter's state
+// carries a character split between pieces.
+std::shared_ptr<CellText> ToUtf8(const CellText &text, QTextCodec *codec)
+{
+    auto converted = std::make_shared<CellText>();
+    // Two bytes of UTF-16 never take more than three of UTF-8.
+    if (!converted->Allocate(text.Size() / 2 * 3 + 8))
+        return nullptr;
+    QTextCodec::ConverterState state;
+    qint64 written = 0;
+    for (qint64 done = 0; done < text.Size(); done += kPieceBytes) {
+        const int length = int(qMin(text.Size() - done, kPieceBytes));
+        const QByteArray piece =
+            codec->toUnicode(text.Data() + done, length, &state).remove(QLatin1Char('\r')).toUtf8();
+        std::memcpy(converted->Buffer() + written, piece.constData(), size_t(piece.size()));
+        written += piece.size();
+    }
+    converted->Truncate(written);
+    return converted;
 }
 
 // A text stream holds back the start of a multi-byte character until the
 // rest arrives; at the end of the file it never does, and the bytes vanish.
-void DropUnfinishedCharacter(QByteArray &bytes)
+void DropUnfinishedCharacter(CellText &text)
 {
-    int lead = bytes.size() - 1;
-    while (lead >= 0 && lead >= bytes.size() - 3 && (uchar(bytes[lead]) & 0xC0) == 0x80)
+    const std::string_view bytes = text.Bytes();
+    qint64 lead = text.Size() - 1;
+    while (lead >= 0 && lead >= text.Size() - 3 && (uchar(bytes[size_t(lead)]) & 0xC0) == 0x80)
         --lead;
-    if (lead < 0 || (uchar(bytes[lead]) & 0xC0) != 0xC0)
+    if (lead < 0 || (uchar(bytes[size_t(lead)]) & 0xC0) != 0xC0)
         return;
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString decoded =
-        QTextCodec::codecForMib(106)->toUnicode(bytes.constData() + lead, bytes.size() - lead, &state);
+    const QString decoded = QTextCodec::codecForMib(106)->toUnicode(bytes.data() + lead,
+                                                                     int(text.Size() - lead), &state);
     if (decoded.isEmpty() && state.remainingChars > 0)
-        bytes.truncate(lead);
+        text.Truncate(lead);
 }
 
 } // namespace
 
 std::shared_ptr<CellText> FileText::Read(const QString &path)
 {
-    auto text = std::make_shared<CellText>();
-    text->bytes = ReadBytes(path);
+    std::shared_ptr<CellText> text = ReadBytes(path);
+    if (!text)
+        return nullptr;
 
     QTextCodec *locale = QTextCodec::codecForLocale();
-    QTextCodec *detected = QTextCodec::codecForUtfText(text->bytes, locale);
-    if (StartsWithUtf8Mark(text->bytes)) {
-        text->bytes.remove(0, 3);
+    const QByteArray start = QByteArray::fromRawData(text->Data(), int(qMin<qint64>(text->Size(), 4)));
+    QTextCodec *detected = QTextCodec::codecForUtfText(start, locale);
+    if (StartsWithUtf8Mark(*text)) {
+        text->DropFront(3);
     } else if (detected != locale && detected->mibEnum() != 106) {
-        // UTF-16 and UTF-32 files are turned into UTF-8 once, so that cells
-        // can still be cut at TAB and LF bytes.
-        text->bytes = detected->toUnicode(text->bytes).remove(QLatin1Char('\r')).toUtf8();
+        text = ToUtf8(*text, detected);
+        if (!text)
+            return nullptr;
     } else if (locale->mibEnum() != 106) {
-        text->codec = locale;
+        text->SetCodec(locale);
     }
-    if (!text->codec)
-        DropUnfinishedCharacter(text->bytes);
+    if (!text->Codec())
+        DropUnfinishedCharacter(*text);
     // CRs at the very end decode to nothing, so they cannot make a last line.
-    int end = text->bytes.size();
-    while (end > 0 && text->bytes[end - 1] == '\r')
+    qint64 end = text->Size();
+    while (end > 0 && text->Data()[end - 1] == '\r')
         --end;
-    text->bytes.truncate(end);
+    text->Truncate(end);
     return text;
 }

@@ -10,9 +10,11 @@
 // file opened in text mode would make of it: a leading byte order mark
 // honoured, otherwise the locale's decoding, and the start of a character
 // left unfinished at the very end dropped. CRs stay in the bytes and are
-// dropped when a cell is decoded. An unreadable file reads as an empty one.
+// dropped when a cell is decoded. Only regular files are read; anything else,
+// and a file that cannot be opened, reads as an empty one.
 class FileText
 {
 public:
+    // Null when memory does not allow holding the file.
     static std::shared_ptr<CellText> Read(const QString &path);
 };

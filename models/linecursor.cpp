@@ -4,13 +4,13 @@
 
 LineCursor::LineCursor(const CellText &text)
     : text(text)
-    , data(text.bytes.constData())
-    , size(text.bytes.size())
 {
 }
 
 std::string_view LineCursor::NextLine()
 {
+    const char *data = text.Data();
+    const qint64 size = text.Size();
     if (AtEnd())
         return std::string_view(data + size, 0);
     const char *start = data + position;
@@ -19,25 +19,11 @@ std::string_view LineCursor::NextLine()
         position = size;
         return std::string_view(start, size_t(data + size - start));
     }
-    position = int(end - data) + 1;
+    position = end - data + 1;
     return std::string_view(start, size_t(end - start));
 }
 
 QString LineCursor::NextLineText()
 {
-    const std::string_view line = NextLine();
-    return text.Decode(line.data(), int(line.size()));
-}
-
-int LineCursor::LinesLeft() const
-{
-    int count = 0;
-    const char *at = data + position;
-    const char *end = data + size;
-    while (at < end) {
-        const char *feed = static_cast<const char *>(std::memchr(at, '\n', size_t(end - at)));
-        ++count;
-        at = feed ? feed + 1 : end;
-    }
-    return count;
+    return text.Decode(NextLine());
 }

@@ -13,16 +13,14 @@ class LineCursor
 public:
     explicit LineCursor(const CellText &text);
 
-    bool AtEnd() const { return position >= size; }
+    bool AtEnd() const { return position >= text.Size(); }
     // The next line's bytes; empty at the end.
     std::string_view NextLine();
     QString NextLineText();
-    // Lines from here to the end, counted without reading them.
-    int LinesLeft() const;
+    // Where the next line starts.
+    qint64 Position() const { return position; }
 
 private:
     const CellText &text;
-    const char *data;
-    int size;
-    int position = 0;
+    qint64 position = 0;
 };

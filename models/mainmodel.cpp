@@ -9,32 +9,50 @@
 
 namespace {
 
-// The two title lines of the plain merged file. Every title keeps its place
-// on both lines, so a title that gives one line no text still gives it its
-// tab. "Key" and the code columns right of the reaction time go whole to
-// the second line, a line break in them included; the other titles are
-// split at their line breaks.
-void BuildTitleLines(const QStringList &headers, QString *titleLine1, QString *titleLine2)
+// A title to look up by a hash of its size and its ends only: the marks of
+// a repeated title stand at its end and make its size its own, and a long
+// title is never walked in full to be found.
+struct TitleKey
 {
-    const QChar lineFeed = QLatin1Char('\n');
+    QString text;
+
+    bool operator==(const TitleKey &other) const { return text == other.text; }
+};
+
+uint qHash(const TitleKey &key, uint seed)
+{
+    const QStringView text(key.text);
+    const qsizetype ends = qMin<qsizetype>(text.size(), 32);
+    return ::qHash(text.size(), seed) ^ ::qHash(text.left(ends), seed) ^ ::qHash(text.right(ends), seed);
+}
+
+// The piece of a title on line 1 or 2 of the plain merged file. Every title
+// keeps its place on both lines, so a title that gives one line no text
+// still gives it its tab. "Key" and the code columns right of the reaction
+// time go whole to the second line, a line break in them included; the
+// other titles are split at their line breaks.
+QString TitlePiece(const QString &title, bool afterReactionTime, int line)
+{
+    const bool codeColumn = afterReactionTime && !title.contains(QLatin1String("(Trial Variable)"));
+    if (title == QLatin1String("Key") || codeColumn)
+        return line == 1 ? QString() : title;
+    return title.section(QLatin1Char('\n'), line - 1, line - 1);
+}
+
+// Each title goes out piece by piece: the titles of a wide file with many
+// repeats hold far more text than the file, and never stand in memory at once.
+void WriteTitleLine(QTextStream &stream, const QStringList &headers, int line)
+{
     bool afterReactionTime = false;
     const int last = headers.size() - 1;
     for (int i = 1; i <= last; ++i) {
-        const QString &title = headers[i];
-        const bool codeColumn = afterReactionTime && !title.contains(QLatin1String("(Trial Variable)"));
-        if (title == QLatin1String("Key") || codeColumn) {
-            *titleLine2 += title;
-        } else {
-            *titleLine1 += title.section(lineFeed, 0, 0);
-            *titleLine2 += title.section(lineFeed, 1, 1);
-        }
-        if (i != last) {
-            *titleLine1 += QLatin1Char('\t');
-            *titleLine2 += QLatin1Char('\t');
-        }
-        if (title == QLatin1String("Reaction\nTime"))
+        stream << TitlePiece(headers[i], afterReactionTime, line);
+        if (i != last)
+            stream << '\t';
+        if (headers[i] == QLatin1String("Reaction\nTime"))
             afterReactionTime = true;
     }
+    stream << '\n';
 }
 
 } // namespace
@@ -86,19 +104,26 @@ void MainModel::AppendRows(const MainModel &other)
         hiddenRows.append(row + n);
     for (DataColumn &column : allColumns)
         column.values.AppendEmpty(m);
+    QHash<TitleKey, int> places;
+    places.reserve(headers.size());
+    for (int k = headers.size() - 1; k >= 0; --k)
+        places.insert(TitleKey{headers[k]}, k);
+    QStringList newTitles;
     for (int i = 0; i < other.headers.size(); ++i) {
-        const int k = headers.indexOf(other.headers[i]);
+        const int k = places.value(TitleKey{other.headers[i]}, -1);
         if (k < 0) {
             DataColumn column(n);
             column.Append(other.allColumns[i]);
             allColumns.append(column);
+            newTitles.append(other.headers[i]);
         } else {
             allColumns[k].values.Truncate(n);
             allColumns[k].values.AppendList(other.allColumns[i].values);
         }
     }
-    headers.append(other.headers);
-    headers.removeDuplicates();
+    // The titles of a model are all different, so the new ones are exactly
+    // those that joining and dropping repeats would add.
+    headers.append(newTitles);
     allFlags.append(other.allFlags);
     flags.append(other.flags);
     flaggedCount += other.flaggedCount;
@@ -260,10 +285,8 @@ QVector<int> MainModel::MergedRowNumbers(int rowsToMerge, bool includeHiddenRows
 
 void MainModel::WritePlainRows(QTextStream &stream, const QVector<int> &rows) const
 {
-    QString titleLine1;
-    QString titleLine2;
-    BuildTitleLines(headers, &titleLine1, &titleLine2);
-    stream << titleLine1 << '\n' << titleLine2 << '\n';
+    WriteTitleLine(stream, headers, 1);
+    WriteTitleLine(stream, headers, 2);
     for (const int r : rows) {
         for (int c = 1; c < allColumns.size(); ++c)
             stream << allColumns[c].values.at(r) << '\t';

@@ -3,6 +3,8 @@
 
 #include "windowdriver.h"
 
+#include <QScrollBar>
+
 class TestColumnCommands : public QObject
 {
     Q_OBJECT
@@ -112,6 +114,34 @@ private slots:
         driver->Trigger("actionShow_All_Columns");
         seen << Raw(width);
         QCOMPARE(seen, QStringList({"3 12 1", "300 100 200 -12", "300 100 200 +25", "300 100 200 -0 -15 +25", "300 100 200 +25"}));
+    }
+
+    // A table too wide to size whole has its columns sized to their
+    // contents as they come into view: at the start, scrolled to the end,
+    // and after Refresh Column Autosizing.
+    void sizesTheColumnsOfAWideTableAsTheyComeIntoView()
+    {
+        QStringList titles{"Code"};
+        QStringList cells;
+        for (int column = 0; column < 2'000; ++column) {
+            titles << QString("K%1").arg(column);
+            cells << (column % 2 ? "x" : QString(30, 'w'));
+        }
+        driver->Open(DataFileBuilder().Titles({"Error"}, titles).Row(cells));
+        QTableView *raw = driver->Raw();
+        for (const QString &step : QStringList{"open", "scrolled", "refreshed"}) {
+            if (step == "scrolled")
+                raw->horizontalScrollBar()->setValue(raw->horizontalScrollBar()->maximum());
+            if (step == "refreshed")
+                driver->Trigger("actionRefresh_Column_Autosizing");
+            const int first = raw->columnAt(0);
+            QVERIFY2(step == "open" ? first == 0 : first > 1'900, qPrintable(step));
+            for (int column = first; column <= raw->columnAt(raw->viewport()->width() - 1); ++column) {
+                const int width = raw->columnWidth(column);
+                raw->resizeColumnToContents(column);
+                QVERIFY2(raw->columnWidth(column) == width, qPrintable(QString("%1 column %2").arg(step).arg(column)));
+            }
+        }
     }
 };
 

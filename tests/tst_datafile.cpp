@@ -119,7 +119,7 @@ private slots:
         QTest::addColumn<bool>("legacy");
         const QList<QByteArray> pieces = {"a", "Zz", "\t", "\t", "\n", "\r", "\r\n", ".", QByteArray(1, '\0'), "\xff",
                                           "\xe2\x82", "\xe2\x82\xac", "\xef\xbb\xbf", " ", "12.5", "C", "SC"};
-        for (quint32 seed = 1; seed <= 40; ++seed) {
+        for (quint32 seed = 1; seed <= 2000; ++seed) {
             QRandomGenerator random(seed);
             DataFileBuilder builder;
             if (seed % 2 == 0)
@@ -133,6 +133,16 @@ private slots:
         QTest::newRow("cells") << header + "Error\t\tReaction\tsurplus\nCode\tKey\tTime\nC\ta\t300\tmore\nE\n\nNR\t\t\n" << false;
         QTest::newRow("short upper row") << header + "Error\nCode\tKey\tTime\n" << false;
         QTest::newRow("CR LF and a stray CR") << header + "Error\r\nCode\r\nx\ry\r\n" << false;
+        QTest::newRow("NUL and broken UTF-8 in titles")
+            << header + QByteArray("A\0\xff\t\xe2\x82\tA\0\xff\nB\t\0\t\nx\t\0y\n", 35) << false;
+        // Enough fields, or a long enough line, for a row's cell ends to be
+        // kept wider than 16 bits.
+        QByteArray wide;
+        for (int column = 0; column < 40'000; ++column)
+            wide += "Code " + QByteArray::number(column) + '\t';
+        QTest::newRow("40,000 columns") << header + "\n" + wide + "\n" + QByteArray("1\t").repeated(5'000) + "\n" + wide << false;
+        const QByteArray cells = QByteArray(2'000'000, 'x') + '\t';
+        QTest::newRow("20 MB line") << header + "Error\nCode\tTime\n" + cells.repeated(10) + "\nC\n" << false;
     }
 
     void agreesWithLineByLineReading()
@@ -146,9 +156,9 @@ private slots:
                  ReadReference(path, legacy));
     }
 
-    // Random bytes open and every cell of them reads. The 6000 titles end
-    // in a TAB, so there is one empty title more; a line of 20 MB is read
-    // without recursion.
+    // Random bytes open and every cell of them reads. 100,000 equal titles
+    // carry 0 to 99,999 marks and empty lines no cells, so neither costs
+    // more than its bytes; a line of 20 MB is read without recursion.
     void survivesArbitraryBytes()
     {
         QRandomGenerator random(7);
@@ -160,8 +170,11 @@ private slots:
             TableContents::Cells(file.GetMainModel());
             QVERIFY(file.GetMainModel().columnCount() >= 2);
         }
-        const QString wide = QString("Error\tReaction\t").repeated(3000);
-        QCOMPARE(DataFile(files.Write(("x\nN\nD\n\n" + wide + "\n" + wide + "\nC\t1\n").toUtf8())).GetMainModel().columnCount(), 6002);
+        const QByteArray titles = QByteArray("\t").repeated(99'999) + "\n";
+        DataFile wide(files.Write("x\nN\nD\n\n" + titles + titles + QByteArray("\n").repeated(20'000)));
+        QCOMPARE(wide.GetMainModel().columnCount(), 100'001);
+        QCOMPARE(wide.GetMainModel().rowCount(), 20'000);
+        QCOMPARE(TableContents::Titles(wide.GetMainModel()).last(), QString(99'999, '#'));
         QCOMPARE(DataFile(files.Write(QByteArray(20'000'000, 'x'))).GetMainModel().rowCount(), 0);
     }
 

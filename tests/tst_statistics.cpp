@@ -37,6 +37,11 @@ private slots:
         QTest::newRow("empty and <No Name> are one section, first appearance order")
             << usual << QStringList{"B2,T1,C,1", ",T1,C,1", "<No Name>,T1,E,1", "B2,T1,NR,"}
             << "2 1 1 0 / 2 1 0 0; blocks: B2: 1 0 1 0, <No Name>: 1 1 0 0; trials: T1: 2 1 1 0";
+        // Short and empty lines lack cells, which count under "<No Name>"
+        // where they first appear, also when the lines are read in parts.
+        QTest::newRow("missing cells") << usual << QStringList{"B1,T1,C,300", "B1", "", "B2,T2,E,100", "B1,T1,SC,5"}
+                                       << "2 1 0 0 / 305 100 0 0; blocks: B1: 2 0 0 0, <No Name>: 0 0 0 0, B2: 0 1 0 0; "
+                                          "trials: T1: 1 0 0 1, <No Name>: 0 0 0 0, T2: 0 1 0 0";
         // Only rows in a block count for the whole file.
         QTest::newRow("no block column") << "Trial/Name,Error/Code,Reaction/Time" << QStringList{"T1,C,3"}
                                          << "0 0 0 0 / 0 0 0 0; blocks: ; trials: T1: 1 0 0 0";

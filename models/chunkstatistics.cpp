@@ -1,0 +1,248 @@
+#include "chunkstatistics.h"
+
+#include "cellnumber.h"
+
+#include <QHash>
+
+#include <cstring>
+#include <limits>
+#include <string_view>
+#include <unordered_map>
+
+namespace {
+
+const quint64 kExactDoubles = quint64(1) << 53;
+
+int CodeSlot(std::string_view bytes, const CellText &text)
+{
+    if (text.Codec() || std::memchr(bytes.data(), '\r', bytes.size()))
+        return CodeIndex(text.Decode(bytes));
+    if (bytes == "C")
+        return 0;
+    if (bytes == "E")
+        return 1;
+    if (bytes == "NR")
+        return 2;
+    return bytes == "SC" ? 3 : -1;
+}
+
+// Rows counted together, each slot as whole numbers.
+struct RowSums
+{
+    qint64 rows = 0;
+    qint64 counts[4] = {};
+    qint64 sums[4] = {};
+
+    void AddRow(int slot, int rt)
+    {
+        ++rows;
+        if (slot >= 0) {
+            ++counts[slot];
+            sums[slot] += rt;
+        }
+    }
+
+    void Add(const RowSums &other)
+    {
+        rows += other.rows;
+        for (int k = 0; k < 4; ++k) {
+            counts[k] += other.counts[k];
+            sums[k] += other.sums[k];
+        }
+    }
+};
+
+} // namespace
+
+// The sections of one column. Rows are matched to sections by the bytes of
+// their cell first, so each distinct cell is decoded only once.
+class ChunkStatistics::Tally
+{
+public:
+    Tally(const CellText &text, bool foldsSelfCorrect)
+        : text(&text)
+        , foldsSelfCorrect(foldsSelfCorrect)
+    {
+    }
+
+    void Add(std::string_view bytes, int slot, int rt) { sections[Find(bytes)].AddToSlot(Slot(slot), rt); }
+
+    // An empty or missing cell files the row under "<No Name>".
+    int NoName() { return Find(std::string_view()); }
+
+    void AddSums(int position, const RowSums &sums)
+    {
+        SectionStats &record = sections[position];
+        for (int k = 0; k < 4; ++k) {
+            record.counts[Slot(k)] += double(sums.counts[k]);
+            record.sums[Slot(k)] += double(sums.sums[k]);
+        }
+    }
+
+    void Merge(const Tally &later)
+    {
+        for (const SectionStats &record : later.sections) {
+            const int position = positions.value(record.name, -1);
+            if (position >= 0) {
+                sections[position].Add(record);
+            } else {
+                positions.insert(record.name, sections.size());
+                sections.append(record);
+            }
+        }
+    }
+
+    QVector<SectionStats> sections;
+
+private:
+    // The block column counts "SC" as "C", as the whole-file record does.
+    int Slot(int slot) const { return foldsSelfCorrect && slot == 3 ? 0 : slot; }
+
+    int Find(std::string_view bytes)
+    {
+        // Rows of one block or trial come in runs, so the last section is
+        // the likeliest and cheapest to try.
+        if (last >= 0 && bytes == lastBytes)
+            return last;
+        const auto found = byBytes.find(bytes);
+        if (found != byBytes.end()) {
+            last = found->second;
+        } else {
+            const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
+            last = positions.value(name, -1);
+            if (last < 0) {
+                last = sections.size();
+                positions.insert(name, last);
+                sections.append(SectionStats(name));
+            }
+            byBytes.emplace(bytes, last);
+        }
+        lastBytes = bytes;
+        return last;
+    }
+
+    const CellText *text;
+    bool foldsSelfCorrect;
+    QHash<QString, int> positions;
+    std::unordered_map<std::string_view, int> byBytes;
+    std::string_view lastBytes;
+    int last = -1;
+};
+
+// Rows of a chunk by the number of cells they have, for the cells they lack.
+struct ChunkStatistics::MissingCells
+{
+    RowSums all;
+    // Rows by their first missing model column, up to the last section column.
+    std::vector<RowSums> byFirstMissing;
+};
+
+ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &text)
+    : plan(plan)
+    , text(text)
+{
+    tallies.reserve(size_t(plan.sections.size()));
+    for (const SectionColumn &section : plan.sections) {
+        tallies.emplace_back(text, section.kind == 0);
+        countsOverall = countsOverall || section.kind == 0;
+    }
+}
+
+ChunkStatistics::~ChunkStatistics() = default;
+ChunkStatistics::ChunkStatistics(ChunkStatistics &&) noexcept = default;
+
+void ChunkStatistics::AddRows(const RowChunk &chunk, bool inRowOrder)
+{
+    const int count = plan.sections.size();
+    const int lastColumn = count == 0 ? 0 : plan.sections.last().column;
+    // Model column c is field c - 1 of the line; column 0 is never there.
+    auto cell = [&](qint64 row, int column, qint64 present) {
+        return column > 0 && column < present ? chunk.Cell(row, column - 1) : std::string_view();
+    };
+    MissingCells missing;
+    int fewestPresent = std::numeric_limits<int>::max();
+    for (qint64 row = 0; row < chunk.RowCount(); ++row) {
+        const qint64 present = chunk.CellCount(row) + 1;
+        const int slot = plan.errorCode < 0 ? -1 : CodeSlot(cell(row, plan.errorCode, present), text);
+        bool ok = false;
+        const int rt = plan.reactionTime < 0
+                           ? 0
+                           : CellNumber::TruncateToInt(text.ToDouble(cell(row, plan.reactionTime, present), &ok));
+        if (slot >= 0)
+            timeMagnitudes += quint64(qAbs(qint64(rt)));
+        if (countsOverall)
+            overall.AddToSlot(slot == 3 ? 0 : slot, rt);
+        if (inRowOrder) {
+            for (int i = 0; i < count; ++i)
+                tallies[size_t(i)].Add(cell(row, plan.sections[i].column, present), slot, rt);
+            continue;
+        }
+        int i = 0;
+        if (count > 0 && plan.sections[0].column == 0) {
+            if (row == 0)
+                tallies[0].NoName();
+            i = 1;
+        }
+        for (; i < count && plan.sections[i].column < present; ++i)
+            tallies[size_t(i)].Add(chunk.Cell(row, plan.sections[i].column - 1), slot, rt);
+        missing.all.AddRow(slot, rt);
+        if (present > lastColumn)
+            continue;
+        // The first row that lacks a column brings "<No Name>" into its
+        // order of first appearance; its counts come at the end.
+        if (present < fewestPresent) {
+            for (int j = i; j < count && plan.sections[j].column < fewestPresent; ++j)
+                tallies[size_t(j)].NoName();
+            fewestPresent = int(present);
+        }
+        if (missing.byFirstMissing.empty())
+            missing.byFirstMissing.resize(size_t(lastColumn) + 1);
+        missing.byFirstMissing[size_t(present)].AddRow(slot, rt);
+    }
+    if (!inRowOrder)
+        AddMissing(missing);
+}
+
+void ChunkStatistics::AddMissing(const MissingCells &missing)
+{
+    RowSums lacking;
+    size_t firstMissing = 0;
+    for (int i = 0; i < plan.sections.size(); ++i) {
+        const size_t column = size_t(plan.sections[i].column);
+        const RowSums *sums = &lacking;
+        if (column == 0) {
+            sums = &missing.all;
+        } else {
+            for (; firstMissing <= column && firstMissing < missing.byFirstMissing.size(); ++firstMissing)
+                lacking.Add(missing.byFirstMissing[firstMissing]);
+        }
+        if (sums->rows > 0)
+            tallies[size_t(i)].AddSums(tallies[size_t(i)].NoName(), *sums);
+    }
+}
+
+void ChunkStatistics::Merge(const ChunkStatistics &later)
+{
+    overall.Add(later.overall);
+    for (size_t i = 0; i < tallies.size(); ++i)
+        tallies[i].Merge(later.tallies[i]);
+    timeMagnitudes += later.timeMagnitudes;
+}
+
+bool ChunkStatistics::OrderFree() const
+{
+    return timeMagnitudes < kExactDoubles;
+}
+
+QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
+{
+    *overall = this->overall;
+    overall->Finish();
+    QVector<QVector<SectionStats>> sections;
+    sections.reserve(int(tallies.size()));
+    for (Tally &tally : tallies) {
+        FinishAll(tally.sections);
+        sections.append(std::move(tally.sections));
+    }
+    return sections;
+}

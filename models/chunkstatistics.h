@@ -1,0 +1,68 @@
+#pragma once
+
+#include "celltext.h"
+#include "rowchunk.h"
+#include "sectionstats.h"
+
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+// A column whose cells name sections: model column and section kind.
+struct SectionColumn
+{
+    int column;
+    int kind;
+};
+
+// What the statistics read from a table: the section columns in model
+// order, and the model columns of the code and the reaction time (-1 when
+// there is none). Model column 0 is "Flag", whose cells are always empty.
+struct StatisticsPlan
+{
+    QVector<SectionColumn> sections;
+    int errorCode = -1;
+    int reactionTime = -1;
+};
+
+// The statistics of a stretch of rows: the whole-file record and the
+// sections of each section column in the order they first appear. Stretches
+// read on several threads are merged in file order, which keeps that order.
+//
+// Sums of reaction times are whole numbers, so while the total of their
+// sizes stays below 2^53 any order of adding gives the very same doubles
+// as one pass from the first row to the last; beyond that, only that pass
+// does, and the caller reads the rows again in it.
+class ChunkStatistics
+{
+public:
+    ChunkStatistics(const StatisticsPlan &plan, const CellText &text);
+    ~ChunkStatistics();
+    ChunkStatistics(ChunkStatistics &&) noexcept;
+
+    // Adds the rows of `chunk`. Cells that lines lack all count under
+    // "<No Name>"; without `inRowOrder` they are added up per column at the
+    // end, which costs nothing per missing cell.
+    void AddRows(const RowChunk &chunk, bool inRowOrder);
+    // Adds the statistics of the rows that follow these.
+    void Merge(const ChunkStatistics &later);
+    // Whether rows added in any order give the same result as in row order.
+    bool OrderFree() const;
+    // Fills percentages and averages; the sections of each section column
+    // in plan order.
+    QVector<QVector<SectionStats>> Finish(SectionStats *overall);
+
+private:
+    class Tally;
+    struct MissingCells;
+
+    void AddMissing(const MissingCells &missing);
+
+    const StatisticsPlan &plan;
+    const CellText &text;
+    bool countsOverall = false;
+    SectionStats overall;
+    std::vector<Tally> tallies;
+    quint64 timeMagnitudes = 0;
+};
