@@ -3,6 +3,7 @@
 // a selection. QAbstractItemModelTester aborts at the first break.
 
 #include "datafile.h"
+#include "tablecontents.h"
 #include "testenvironment.h"
 #include "testfiles.h"
 
@@ -67,16 +68,6 @@ QVector<int> Numbers(const QStringList &words)
     return numbers;
 }
 
-QVector<int> RowsFlagged(const MainModel &model, bool flagged)
-{
-    QVector<int> rows;
-    for (int row = 0; row < model.Flags().size(); ++row) {
-        if (model.Flags()[row] == flagged)
-            rows.append(row);
-    }
-    return rows;
-}
-
 void RunRules(MainModel &model, int actionType)
 {
     model.SetFlaggingOptions(actionType, 0);
@@ -115,7 +106,7 @@ void Apply(DataFile &file, const QString &step)
     else if (verb == "hide")
         file.HideSelectedRows(Numbers(words.mid(1)));
     else if (verb == "hideflagged" || verb == "hideunflagged")
-        file.HideRows(RowsFlagged(model, verb == "hideflagged"));
+        file.HideRows(TableContents::RowsFlagged(model, verb == "hideflagged"));
     else if (verb == "show")
         file.ShowAllRows();
     else if (verb == "sort")

@@ -9,6 +9,7 @@
 #include "datafilebuilder.h"
 #include "datafilevalidator.h"
 #include "fuzzenvironment.h"
+#include "tablecontents.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>
@@ -117,16 +118,6 @@ void FlagAndColour(MainModel &model)
     model.ChangeColorOption(false, false);
 }
 
-QVector<int> RowsFlagged(const MainModel &model, bool flagged)
-{
-    QVector<int> rows;
-    for (int row = 0; row < model.Flags().size(); ++row) {
-        if (model.Flags()[row] == flagged)
-            rows.append(row);
-    }
-    return rows;
-}
-
 void SortEachColumn(MainProxy &proxy)
 {
     for (int column = 1; column < proxy.columnCount(); ++column) {
@@ -157,10 +148,10 @@ void HideAndShow(DataFile &file)
     file.HideSelectedRows(everyOther);
     ReadSections(file, false);
     file.GetMainProxy().sort(model.ReactionTimeColumn(), Qt::DescendingOrder);
-    file.HideRows(RowsFlagged(model, true));
+    file.HideRows(TableContents::RowsFlagged(model, true));
     ReadModel(file.GetMainProxy());
     WriteMerged(file, 1, false, false);
-    file.HideRows(RowsFlagged(model, false));
+    file.HideRows(TableContents::RowsFlagged(model, false));
     RunRules(model);
     model.ChangeColorOption(true, false);
     file.ShowAllRows();
