@@ -49,7 +49,7 @@ void Unpack(const QByteArray &bytes)
     if (!file || std::fwrite(bytes.constData(), 1, size_t(bytes.size()), file) != size_t(bytes.size()))
         Fail("cannot write", archive);
     std::fclose(file);
-    UnzipArchive(archive.c_str(), (data.string() + '/').c_str());
+    FuzzEnvironment::WithinTimeLimit(bytes.size(), [&] { UnzipArchive(archive.c_str(), (data.string() + '/').c_str()); });
     CheckWrittenInside(place, data);
     fs::remove_all(place);
 }

@@ -41,11 +41,13 @@ void Talk(const QByteArray &bytes)
     LoopbackServer server;
     AnswerEverything(server, bytes, {"login", "profile", "get-all-experiments"});
     CloudClient client(server.BaseUrl());
-    client.Login("ann@example.com", "secret");
-    CloudProfile profile;
-    client.GetProfile(profile);
-    client.GetExperiments();
-    FollowExperiments(client, server, bytes);
+    FuzzEnvironment::WithinTimeLimit(bytes.size(), [&] {
+        client.Login("ann@example.com", "secret");
+        CloudProfile profile;
+        client.GetProfile(profile);
+        client.GetExperiments();
+        FollowExperiments(client, server, bytes);
+    });
     QDir(CloudClient::AppDataDir() + QStringLiteral("/Cloud")).removeRecursively();
 }
 

@@ -54,18 +54,23 @@ void FuzzEnvironment::CloseMessageBoxes()
     }
 }
 
-// Processor time, not time on the clock: the machine may be shared, and a
-// hang is the fuzzer's own timeout to catch.
 void FuzzEnvironment::Run(const std::uint8_t *data, std::size_t size, void (*run)(const QByteArray &bytes))
 {
     Instance();
-    const std::clock_t start = std::clock();
     run(QByteArray(reinterpret_cast<const char *>(data), int(size)));
+}
+
+// Processor time, not time on the clock: the machine may be shared, and a
+// hang is the fuzzer's own timeout to catch.
+void FuzzEnvironment::WithinTimeLimit(qint64 size, const std::function<void()> &work)
+{
+    const std::clock_t start = std::clock();
+    work();
     const qint64 milliseconds = qint64(std::clock() - start) * 1000 / CLOCKS_PER_SEC;
-    const qint64 kilobytesBegun = qint64(size / 1024) + 1;
+    const qint64 kilobytesBegun = size / 1024 + 1;
     if (milliseconds <= kilobytesBegun * 1000)
         return;
-    std::fprintf(stderr, "input of %zu bytes took %lld ms of processor time, over a second per kilobyte\n", size,
-                 static_cast<long long>(milliseconds));
+    std::fprintf(stderr, "input of %lld bytes took %lld ms of processor time, over a second per kilobyte\n",
+                 static_cast<long long>(size), static_cast<long long>(milliseconds));
     std::abort();
 }

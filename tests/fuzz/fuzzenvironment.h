@@ -10,12 +10,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 // What every fuzz target runs the program's code in: an offscreen
 // application with a temporary home, a directory for the files that carry
 // an input, message boxes answered as soon as they open, and the time limit
-// of an input. Made once, by the first call of Instance(), and kept for the
+// of what a user waits for. Made once, by the first call of Instance(), and kept for the
 // life of the process.
 class FuzzEnvironment
 {
@@ -26,10 +27,11 @@ public:
     QString Write(const QString &name, const QByteArray &bytes) const;
     QString Path(const QString &name) const { return inputs.filePath(name); }
 
-    // Runs one input; an input that takes more than a second for each
-    // kilobyte it has begun aborts the process, so that the fuzzer keeps
-    // it as a fault.
     static void Run(const std::uint8_t *data, std::size_t size, void (*run)(const QByteArray &bytes));
+    // Runs `work` for an input of `size` bytes; when it takes more than a
+    // second of processor time for each kilobyte begun, the process aborts
+    // so that the fuzzer keeps the input as a fault.
+    static void WithinTimeLimit(qint64 size, const std::function<void()> &work);
 
 private:
     FuzzEnvironment();
