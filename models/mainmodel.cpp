@@ -132,14 +132,17 @@ void MainModel::AppendRows(const MainModel &other)
     ForgetParsedNumbers();
 }
 
-int MainModel::rowCount(const QModelIndex &) const
+// A table's cells have no children.
+int MainModel::rowCount(const QModelIndex &parent) const
 {
-    return allColumns.isEmpty() ? 0 : visibleRows.size() - pendingRemovals.size();
+    if (parent.isValid() || allColumns.isEmpty())
+        return 0;
+    return visibleRows.size() - pendingRemovals.size();
 }
 
-int MainModel::columnCount(const QModelIndex &) const
+int MainModel::columnCount(const QModelIndex &parent) const
 {
-    return headers.size();
+    return parent.isValid() ? 0 : headers.size();
 }
 
 QVariant MainModel::data(const QModelIndex &index, int role) const

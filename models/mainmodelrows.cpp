@@ -234,7 +234,9 @@ void MainModel::ChangeColorOption(bool colorEntireRow, bool flagOverride)
     EmitWholeTableChanged();
 }
 
+// A table with no row has no cell to name, and nothing to repaint.
 void MainModel::EmitWholeTableChanged()
 {
-    emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {});
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {});
 }

@@ -2,6 +2,7 @@
 
 #include "sectionindex.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -27,17 +28,17 @@ void MergeStores(QMap<QString, QVector<SectionStats>> &into,
 
 } // namespace
 
-// One HideStats or RestoreHiddenStats call: the lists it touches, and
-// whether it changed the table on show without telling the views row by row.
+// One HideStats or RestoreHiddenStats call: the table whose rows views hear
+// about one by one (none when they hear of a change of layout), and the
+// lists the call touches.
 struct SectionChange
 {
-    explicit SectionChange(const QVector<SectionStats> *shown)
-        : shownBefore(shown)
+    explicit SectionChange(const QVector<SectionStats> *announced)
+        : announced(announced)
     {
     }
 
-    const QVector<SectionStats> *shownBefore;
-    bool viewsBehind = false;
+    const QVector<SectionStats> *announced;
     std::map<const QVector<SectionStats> *, SectionIndex> indexes;
 };
 
@@ -81,15 +82,16 @@ void SectionModel::MergeSections(const SectionModel &other)
     MergeStores(codeColumns, other.codeColumns);
 }
 
-int SectionModel::rowCount(const QModelIndex &) const
+// A table's cells have no children.
+int SectionModel::rowCount(const QModelIndex &parent) const
 {
     const QVector<SectionStats> *shown = Shown();
-    return shown ? shown->size() : 0;
+    return shown && !parent.isValid() ? shown->size() : 0;
 }
 
-int SectionModel::columnCount(const QModelIndex &) const
+int SectionModel::columnCount(const QModelIndex &parent) const
 {
-    return 4;
+    return parent.isValid() ? 0 : 4;
 }
 
 QVariant SectionModel::data(const QModelIndex &index, int role) const
@@ -137,9 +139,7 @@ QStringList SectionModel::CodeNames() const
 
 void SectionModel::ChangeSectionType(int sectionType)
 {
-    emit layoutAboutToBeChanged();
-    this->sectionType = sectionType;
-    emit layoutChanged();
+    ChangeLayout([=] { this->sectionType = sectionType; });
 }
 
 void SectionModel::ChangeDataType(int dataType)
@@ -150,9 +150,7 @@ void SectionModel::ChangeDataType(int dataType)
 
 void SectionModel::ChangeSubIndex(int subIndex)
 {
-    emit layoutAboutToBeChanged();
-    this->subIndex = subIndex == -1 ? 0 : subIndex;
-    emit layoutChanged();
+    ChangeLayout([=] { this->subIndex = subIndex == -1 ? 0 : subIndex; });
 }
 
 const QVector<SectionStats> *SectionModel::Shown() const
@@ -171,41 +169,53 @@ const QVector<SectionStats> *SectionModel::Shown() const
     }
 }
 
+// A table with no row has no cell to name, and nothing to repaint.
 void SectionModel::EmitAllChanged()
 {
-    emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {});
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1), {});
 }
 
 void SectionModel::HideStats(const QVector<HiddenSectionStats> &list)
 {
-    // Lists are found by address from here on, so they must not move.
-    trialVariables.detach();
-    codeColumns.detach();
-    SectionChange change(Shown());
-    for (const HiddenSectionStats &record : list) {
-        KeepHidden(record);
-        TakeFromSection(record, &change);
-    }
-    EndChange(&change);
+    AddMissingLists(list);
+    KeepListsInPlace();
+    const bool rowByRow = std::all_of(list.begin(), list.end(),
+                                      [this](const HiddenSectionStats &record) { return TellsRowByRow(record); });
+    RunChange(rowByRow, [&](SectionChange *change) {
+        for (const HiddenSectionStats &record : list) {
+            KeepHidden(record);
+            TakeFromSection(record, change);
+        }
+    });
 }
 
 void SectionModel::RestoreHiddenStats()
 {
     if (hiddenStats.isEmpty())
         return;
-    trialVariables.detach();
-    codeColumns.detach();
-    SectionChange change(Shown());
-    for (const HiddenSectionStats *record : qAsConst(hiddenStats))
-        GiveBackToSection(*record, &change);
+    KeepListsInPlace();
+    const bool rowByRow = std::all_of(hiddenStats.begin(), hiddenStats.end(),
+                                      [this](const HiddenSectionStats *record) { return TellsRowByRow(*record); });
+    RunChange(rowByRow, [&](SectionChange *change) {
+        for (const HiddenSectionStats *record : qAsConst(hiddenStats))
+            GiveBackToSection(*record, change);
+    });
     qDeleteAll(hiddenStats);
     hiddenStats.clear();
     hiddenByKey.clear();
-    EndChange(&change);
+}
+
+// Lists are found by address during a change, so they must not move.
+void SectionModel::KeepListsInPlace()
+{
+    trialVariables.detach();
+    codeColumns.detach();
 }
 
 // Compares the record's type with the data selector, not the section
-// selector, and turns down the trial variable or code column on show.
+// selector, and turns down the trial variable or code column on show. That
+// is deliberate: it decides which changes views hear of row by row.
 bool SectionModel::IsOnShow(const HiddenSectionStats &record) const
 {
     bool result = record.sectionType == dataType;
@@ -216,6 +226,71 @@ bool SectionModel::IsOnShow(const HiddenSectionStats &record) const
         && record.columnName == std::next(codeColumns.constBegin(), subIndex).key())
         result = false;
     return result;
+}
+
+// Rows of lists that are not on show are no view's business.
+bool SectionModel::TellsRowByRow(const HiddenSectionStats &record)
+{
+    return &TargetOf(record) != Shown() || IsOnShow(record);
+}
+
+// Views hear of each row of the table on show as it changes; when a record
+// that changes that table is not on show, they hear of the whole call as
+// one change of layout instead, and of no row.
+template <typename Apply>
+void SectionModel::RunChange(bool rowByRow, Apply apply)
+{
+    const auto run = [&](const QVector<SectionStats> *announced) {
+        SectionChange change(announced);
+        apply(&change);
+        FinishChange(&change);
+    };
+    if (rowByRow)
+        run(Shown());
+    else
+        ChangeLayout([&] { run(nullptr); });
+}
+
+// Hiding reads the grouping columns by place, so a record may name a column
+// that has no list yet; that list is made, empty, before anything else
+// changes. A new key can move another list to the place the table on show
+// is chosen by, and views hear of that as a change of layout.
+void SectionModel::AddMissingLists(const QVector<HiddenSectionStats> &list)
+{
+    QStringList newTrialVariables;
+    QStringList newCodeColumns;
+    for (const HiddenSectionStats &record : list) {
+        if (record.sectionType == 2 && !trialVariables.contains(record.columnName))
+            newTrialVariables.append(record.columnName);
+        else if (record.sectionType > 2 && !codeColumns.contains(record.columnName))
+            newCodeColumns.append(record.columnName);
+    }
+    const auto addLists = [&] {
+        for (const QString &name : qAsConst(newTrialVariables))
+            trialVariables[name];
+        for (const QString &name : qAsConst(newCodeColumns))
+            codeColumns[name];
+    };
+    if ((sectionType == 2 && !newTrialVariables.isEmpty()) || (sectionType == 3 && !newCodeColumns.isEmpty()))
+        ChangeLayout(addLists);
+    else
+        addLists();
+}
+
+// Views keep their places by row number; places past the end of the table
+// now on show are let go, as the contract of a layout change asks.
+template <typename Change>
+void SectionModel::ChangeLayout(Change change)
+{
+    emit layoutAboutToBeChanged();
+    change();
+    const int rows = rowCount();
+    const QModelIndexList places = persistentIndexList();
+    for (const QModelIndex &place : places) {
+        if (place.row() >= rows)
+            changePersistentIndex(place, QModelIndex());
+    }
+    emit layoutChanged();
 }
 
 QVector<SectionStats> &SectionModel::TargetOf(const HiddenSectionStats &record)
@@ -232,14 +307,14 @@ QVector<SectionStats> &SectionModel::TargetOf(const HiddenSectionStats &record)
     }
 }
 
-// Sections that go are taken out at once only from the table on show when
-// views hear of each; from any other list they go together at the end.
+// Sections that go are taken out at once from the table whose rows views
+// hear of; from any other list they go together at the end.
 SectionIndex &SectionModel::IndexOf(const HiddenSectionStats &record, SectionChange *change)
 {
     QVector<SectionStats> &target = TargetOf(record);
     auto found = change->indexes.find(&target);
     if (found == change->indexes.end()) {
-        const bool eraseAtOnce = &target == change->shownBefore && IsOnShow(record);
+        const bool eraseAtOnce = &target == change->announced;
         found = change->indexes.emplace(&target, SectionIndex(&target, eraseAtOnce)).first;
     }
     return found->second;
@@ -262,11 +337,11 @@ void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChan
     const int section = sections.Find(record.name);
     if (section < 0)
         return;
+    const bool announce = &TargetOf(record) == change->announced;
     const int row = sections.RowOf(section);
     SectionStats &stats = sections.Record(section);
     stats.Subtract(record);
     if (stats.TotalCount() == 0) {
-        const bool announce = MayAnnounceRow(TargetOf(record), record, row, false, change);
         if (announce)
             beginRemoveRows(QModelIndex(), row, row);
         sections.Erase(section);
@@ -274,18 +349,18 @@ void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChan
             endRemoveRows();
     } else {
         stats.Finish();
-        if (IsOnShow(record))
-            emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+        if (announce)
+            EmitRowChanged(row);
     }
 }
 
 void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionChange *change)
 {
     SectionIndex &sections = IndexOf(record, change);
+    const bool announce = &TargetOf(record) == change->announced;
     int section = sections.Find(record.name);
     if (section < 0) {
         const int row = TargetOf(record).size();
-        const bool announce = MayAnnounceRow(TargetOf(record), record, row, true, change);
         if (announce)
             beginInsertRows(QModelIndex(), row, row);
         section = sections.Append(record);
@@ -295,36 +370,17 @@ void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionCh
         sections.Record(section).Add(record);
     }
     sections.Record(section).Finish();
-    const int row = sections.RowOf(section);
-    if (IsOnShow(record))
-        emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+    if (announce)
+        EmitRowChanged(sections.RowOf(section));
 }
 
-void SectionModel::EndChange(SectionChange *change)
+void SectionModel::EmitRowChanged(int row)
+{
+    emit dataChanged(index(row, 0), index(row, columnCount() - 1), {});
+}
+
+void SectionModel::FinishChange(SectionChange *change)
 {
     for (auto &entry : change->indexes)
         entry.second.Finish();
-    if (change->viewsBehind || Shown() != change->shownBefore) {
-        emit layoutAboutToBeChanged();
-        emit layoutChanged();
-    }
-}
-
-// Row notifications follow IsOnShow. One that names a row the table on show
-// does not have would corrupt a proxy's row mapping, so it is left out; and
-// whenever the views were not told of a change to the table on show, or were
-// told of a change to another table, they get a layout change at the end.
-bool SectionModel::MayAnnounceRow(const QVector<SectionStats> &target,
-                                  const HiddenSectionStats &record, int row, bool insertion,
-                                  SectionChange *change) const
-{
-    const bool shown = &target == Shown();
-    const int rowsOnShow = rowCount();
-    const bool fits = insertion ? row <= rowsOnShow : row < rowsOnShow;
-    if (!IsOnShow(record) || !fits) {
-        change->viewsBehind = change->viewsBehind || shown;
-        return false;
-    }
-    change->viewsBehind = change->viewsBehind || !shown;
-    return true;
 }

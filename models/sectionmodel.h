@@ -50,7 +50,7 @@ public:
     // comes back at the end of its table.
     void RestoreHiddenStats();
     const QList<HiddenSectionStats *> &HiddenStats() const { return hiddenStats; }
-    // Whether row notifications are sent for a change to `record`'s section.
+    // Whether views hear of a change to `record`'s section row by row.
     bool IsOnShow(const HiddenSectionStats &record) const;
 
 public slots:
@@ -62,14 +62,21 @@ private:
     // The records that the selectors choose; null when they choose none.
     const QVector<SectionStats> *Shown() const;
     void EmitAllChanged();
+    void EmitRowChanged(int row);
+    // Runs `change` as a change of layout that may choose another table.
+    template <typename Change>
+    void ChangeLayout(Change change);
+    void AddMissingLists(const QVector<HiddenSectionStats> &list);
+    void KeepListsInPlace();
+    bool TellsRowByRow(const HiddenSectionStats &record);
+    template <typename Apply>
+    void RunChange(bool rowByRow, Apply apply);
     QVector<SectionStats> &TargetOf(const HiddenSectionStats &record);
     SectionIndex &IndexOf(const HiddenSectionStats &record, SectionChange *change);
     void KeepHidden(const HiddenSectionStats &record);
     void TakeFromSection(const HiddenSectionStats &record, SectionChange *change);
     void GiveBackToSection(const HiddenSectionStats &record, SectionChange *change);
-    bool MayAnnounceRow(const QVector<SectionStats> &target, const HiddenSectionStats &record,
-                        int row, bool insertion, SectionChange *change) const;
-    void EndChange(SectionChange *change);
+    void FinishChange(SectionChange *change);
 
     QVector<SectionStats> blocks;
     QVector<SectionStats> trials;

@@ -9,7 +9,10 @@
 #include <QDialog>
 #include <QMimeData>
 #include <QSettings>
+#include <QScopeGuard>
 #include <QStackedWidget>
+
+#include <sys/resource.h>
 
 namespace {
 
@@ -59,6 +62,16 @@ class TestFileList : public QObject
         return paths;
     }
 
+    // Drags `data` onto the window and drops it there; whether the window
+    // took both.
+    bool Drop(QMimeData &data)
+    {
+        QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&driver->Window(), &enter);
+        QDropEvent drop(QPointF(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        return enter.isAccepted() && QApplication::sendEvent(&driver->Window(), &drop);
+    }
+
     // Every command, as a menu, a click or a connection calls it; the
     // dialogs that open are closed again.
     void UseEveryCommand()
@@ -103,18 +116,36 @@ private slots:
         QVERIFY(QDir(driver->Path("")).mkdir("dropped"));
         urls.setUrls({QUrl::fromLocalFile(Files("dropped/d Stroop 3")[0]), QUrl::fromLocalFile(Files("dropped/e Simon 4")[0])});
         QString accepted;
-        for (QMimeData *data : {&text, &urls}) {
-            QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(&driver->Window(), &enter);
-            QDropEvent drop(QPointF(200, 200), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
-            accepted += enter.isAccepted() && QApplication::sendEvent(&driver->Window(), &drop) ? '1' : '0';
-        }
+        for (QMimeData *data : {&text, &urls})
+            accepted += Drop(*data) ? '1' : '0';
         QCOMPARE(accepted + ' ' + Shown(), "01 a.txt b.txt c.txt [d.txt] e.txt Stroop|1 file containing 3 rows");
         driver->AddFiles({});
         QCOMPARE(List()->count(), 5);
         driver->Window().close();
         QCOMPARE(driver->Catcher().FileDialogs().last().section('|', 1, 1), QFileInfo(driver->Path("a.txt")).absolutePath());
         QCOMPARE(QSettings("Talvox", "Zephlane").value("MainWindow/dir").toString(), QFileInfo(driver->Path("a.txt")).absolutePath());
+    }
+
+    // A drop of a thousand files, more than the process may hold open at
+    // once, adds them all in order, and selecting them all combines them.
+    void droppingAThousandFiles()
+    {
+        rlimit openFiles{};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &openFiles), 0);
+        const rlimit saved = openFiles;
+        openFiles.rlim_cur = 500;
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &openFiles), 0);
+        const auto restore = qScopeGuard([&] { setrlimit(RLIMIT_NOFILE, &saved); });
+        QList<QUrl> urls;
+        for (int i = 0; i < 1000; ++i)
+            urls.append(QUrl::fromLocalFile(driver->Write(QString("f%1.txt").arg(i, 3, 10, QChar('0')), WindowDriver::Stroop("Stroop", 2))));
+        QMimeData data;
+        data.setUrls(urls);
+        QVERIFY(Drop(data));
+        QCOMPARE(List()->count(), 1000);
+        QCOMPARE(List()->item(0)->text() + ' ' + List()->item(999)->text() + ' ' + driver->FileInfo(), "f000.txt f999.txt Stroop|1 file containing 2 rows");
+        List()->selectAll();
+        QCOMPARE(driver->FileInfo(), "Stroop|1000 files containing 2000 rows");
     }
 
     void refusedListsAddNothing_data()
@@ -125,6 +156,8 @@ private slots:
             << QStringList("notes.txt") << "Zephlane|This file cannot be read. Please select a Kelmarun data file.";
         QTest::newRow("unreadable among several")
             << QStringList({"new.txt", "notes.txt"}) << "Zephlane|One of these files cannot be read. Please select Kelmarun data files.";
+        QTest::newRow("a directory among several")
+            << QStringList({"new.txt", "folder"}) << "Zephlane|One of these files cannot be read. Please select Kelmarun data files.";
         QTest::newRow("already open after a new one")
             << QStringList({"new.txt", "open.txt"}) << "Talvox Zephlane|One of the files that you have selected has already been opened.";
     }
@@ -135,6 +168,7 @@ private slots:
         driver->AddFiles(Files("open Stroop 2"));
         Files("new Flanker 3");
         driver->Write("notes.txt", DataFileBuilder().Columns("milk"));
+        QVERIFY(QDir(driver->Path("")).mkdir("folder"));
         for (QString &name : names)
             name = driver->Path(name);
         QVERIFY(!driver->Window().OpenFiles(names));

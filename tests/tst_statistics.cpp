@@ -131,14 +131,15 @@ private slots:
             << "-0 ~0 | B2: 1 0 0 0 | 1 0 0 0 / 3 0 0 0 || "
                "+1 ~1 ~0 | B2: 1 1 0 0, B1: 1 0 0 0 | 2 1 0 0 / 4 2 0 0";
         // A record is on show when its type equals the data type chosen: with
-        // percentages, or with trials on show, views hear no row notification.
+        // percentages, or with trials on show, views hear of one change of
+        // layout, and nothing of the lists that are not on show.
         QTest::newRow("percentages") << four << 0 << 1 << QVector<int>{0, 2}
-            << "~0 layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00% | 1 1 0 0 / 4 2 0 0 || "
-               "~0 layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00%, B1: 100.00% 0.00% 0.00% 0.00%, "
+            << "layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00% | 1 1 0 0 / 4 2 0 0 || "
+               "layout | B2: 0.00% 100.00% 0.00% 0.00%, B4: 100.00% 0.00% 0.00% 0.00%, B1: 100.00% 0.00% 0.00% 0.00%, "
                "B3: 100.00% 0.00% 0.00% 0.00% | 3 1 0 0 / 8 2 0 0";
         QTest::newRow("trials") << QStringList{"B1,T1,C,1", "B1,T2,E,2"} << 1 << 0 << QVector<int>{0}
-            << "~0 layout | T2: 0 1 0 0 | 0 1 0 0 / 0 2 0 0 || "
-               "~0 layout | T2: 0 1 0 0, T1: 1 0 0 0 | 1 1 0 0 / 1 2 0 0";
+            << "layout | T2: 0 1 0 0 | 0 1 0 0 / 0 2 0 0 || "
+               "layout | T2: 0 1 0 0, T1: 1 0 0 0 | 1 1 0 0 / 1 2 0 0";
     }
 
     // What the section table tells its views, what a view shows, and the

@@ -51,6 +51,16 @@ QString FlaggedRows(const QAbstractItemModel &model)
     return rows.join(' ');
 }
 
+QVector<int> RowsFlagged(const MainModel &model, bool flagged)
+{
+    QVector<int> rows;
+    for (int row = 0; row < model.Flags().size(); ++row) {
+        if (model.Flags()[row] == flagged)
+            rows.append(row);
+    }
+    return rows;
+}
+
 QStringList Titles(const QAbstractItemModel &model)
 {
     QStringList titles;

@@ -4,6 +4,7 @@
 #include <QVector>
 
 class DataFile;
+class MainModel;
 class QAbstractItemModel;
 class SectionModel;
 
@@ -18,6 +19,9 @@ QStringList Cells(const QAbstractItemModel &model);
 QStringList Column(const QAbstractItemModel &model, int column);
 // The rows that show the flag icon, as "1 4".
 QString FlaggedRows(const QAbstractItemModel &model);
+// The rows of the whole table whose flag is `flagged`, hidden or not, as
+// the hiding of flagged or unflagged rows takes them.
+QVector<int> RowsFlagged(const MainModel &model, bool flagged);
 // The horizontal header titles, from the first column.
 QStringList Titles(const QAbstractItemModel &model);
 // Statistic values as "1 0 2.5 0".
