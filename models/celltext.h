@@ -17,7 +17,7 @@ class CellText
 {
 public:
     // The longest slice that decodes in full: its text must fit a QString.
-    static const qint64 kMaxDecodedBytes = (qint64(1) << 30) - 64;
+    static constexpr qint64 kMaxDecodedBytes = (qint64(1) << 30) - 64;
 
     // Makes room for `size` bytes; false when memory does not allow it.
     bool Allocate(qint64 size);
