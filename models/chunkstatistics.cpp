@@ -4,7 +4,6 @@
 
 #include <QHash>
 
-#include <cstring>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -15,7 +14,7 @@ const quint64 kExactDoubles = quint64(1) << 53;
 
 int CodeSlot(std::string_view bytes, const CellText &text)
 {
-    if (text.Codec() || std::memchr(bytes.data(), '\r', bytes.size()))
+    if (text.Codec() || bytes.find('\r') != std::string_view::npos)
         return CodeIndex(text.Decode(bytes));
     if (bytes == "C")
         return 0;
