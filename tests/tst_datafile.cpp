@@ -133,8 +133,9 @@ private slots:
         QTest::newRow("cells") << header + "Error\t\tReaction\tsurplus\nCode\tKey\tTime\nC\ta\t300\tmore\nE\n\nNR\t\t\n" << false;
         QTest::newRow("short upper row") << header + "Error\nCode\tKey\tTime\n" << false;
         QTest::newRow("CR LF and a stray CR") << header + "Error\r\nCode\r\nx\ry\r\n" << false;
+        static const char nulTitles[] = "A\0\xff\t\xe2\x82\tA\0\xff\nB\t\0\t\nx\t\0y\n";
         QTest::newRow("NUL and broken UTF-8 in titles")
-            << header + QByteArray("A\0\xff\t\xe2\x82\tA\0\xff\nB\t\0\t\nx\t\0y\n", 35) << false;
+            << header + QByteArray(nulTitles, sizeof nulTitles - 1) << false;
         // Enough fields, or a long enough line, for a row's cell ends to be
         // kept wider than 16 bits.
         QByteArray wide;
