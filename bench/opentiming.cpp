@@ -41,8 +41,8 @@ std::unique_ptr<DataFile> OpenModel(const QString &path)
     if (!ValidateDataFiles({path}, print))
         qFatal("%s is not a data file", qPrintable(path));
     auto file = std::make_unique<DataFile>(path);
-    if (file->ReadFailed())
-        qFatal("%s could not be read", qPrintable(path));
+    if (file->Failure() != ReadFailure::None)
+        qFatal("%s could not be read whole (%s)", qPrintable(path), qPrintable(ReadFailureText(file->Failure())));
     return file;
 }
 

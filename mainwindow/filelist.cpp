@@ -41,10 +41,16 @@ bool MainWindow::OpenFiles(QStringList file_paths)
     // row selected below is the second new file, or none when only one was
     // added. Deliberate: adding files to a combined view selects that row.
     const int firstNewRow = int(files.size());
+    const bool combinedShown = combinedActive;
     AddFileNamesToLists(file_paths);
     if (combinedActive)
         DropCombinedFile();
-    LoadDataFiles(file_paths);
+    if (!LoadDataFiles(file_paths)) {
+        // Every file was refused: the combined view dropped for them returns.
+        if (combinedShown)
+            ChangeFileFocus();
+        return false;
+    }
     if (!modelsConnected)
         SetFileActionsEnabled(true);
     ui->fileNamesList->clearSelection();
@@ -67,18 +73,38 @@ void MainWindow::AddFileNamesToLists(const QStringList &file_paths)
 
 // Reading can take seconds: the pointer shows the window is busy, and a
 // drop of many files shows its progress once it has run for two seconds.
-void MainWindow::LoadDataFiles(const QStringList &file_paths)
+// A file that could not be read whole is refused, its name taken out of
+// the lists again, and the user told once the others are in. True when at
+// least one file was added.
+bool MainWindow::LoadDataFiles(const QStringList &file_paths)
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     QProgressDialog progress(QStringLiteral("Opening files..."), QString(), 0, file_paths.size(), this);
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(2000);
+    // The names were just added at the ends of the lists, which need not be
+    // equally long: a removal on the cloud tab leaves names in its list.
+    const int localStart = ui->fileNamesList->count() - file_paths.size();
+    const int cloudStart = ui->list_cloud_filenames->count() - file_paths.size();
+    QStringList refused;
     for (int done = 0; done < file_paths.size(); ++done) {
         progress.setValue(done);
-        files.push_back(std::make_unique<DataFile>(file_paths[done]));
+        auto file = std::make_unique<DataFile>(file_paths[done]);
+        if (file->Failure() == ReadFailure::None) {
+            files.push_back(std::move(file));
+            continue;
+        }
+        const int added = done - refused.size();
+        delete ui->fileNamesList->takeItem(localStart + added);
+        delete ui->list_cloud_filenames->takeItem(cloudStart + added);
+        refused.append(QStringLiteral("The file %1 could not be read whole (%2), so it was not opened.")
+                           .arg(QFileInfo(file_paths[done]).fileName(), ReadFailureText(file->Failure())));
     }
     progress.setValue(file_paths.size());
     QApplication::restoreOverrideCursor();
+    for (const QString &text : refused)
+        ShowInformationBox(QStringLiteral("Zephlane"), text);
+    return refused.size() < file_paths.size();
 }
 
 // A combined record stands among the open files too, with an empty path.

@@ -102,7 +102,7 @@ private:
 
     // File list.
     void AddFileNamesToLists(const QStringList &file_paths);
-    void LoadDataFiles(const QStringList &file_paths);
+    bool LoadDataFiles(const QStringList &file_paths);
     bool AnyFileAlreadyOpen(const QStringList &file_paths) const;
     void DropCombinedFile();
     void DeleteDataFile(int index);

@@ -86,7 +86,10 @@ int MergeTool::Run(const QStringList &arguments)
         PrintLine(OutputError(*output));
         return NotWritten;
     }
-    return Write(*CombineFiles(paths), *output);
+    const std::unique_ptr<DataFile> record = CombineFiles(paths);
+    if (!record)
+        return NotWritten;
+    return Write(*record, *output);
 }
 
 // False when the run ends here: help, version, or arguments that make no run.
@@ -154,12 +157,19 @@ std::unique_ptr<QFileDevice> MergeTool::OpenOutput() const
 }
 
 // Each file is read, added and let go before the next, so that only the
-// combined record stays.
+// combined record stays. A file not read whole ends the run with nothing
+// written, since a merged file without its rows would pass for data.
 std::unique_ptr<DataFile> MergeTool::CombineFiles(const QStringList &paths) const
 {
     FileCombiner combiner;
     for (int i = 0; i < paths.size(); ++i) {
         const DataFile file(paths[i]);
+        if (file.Failure() != ReadFailure::None) {
+            if (showProgress && i > 0)
+                Print(stderr, QStringLiteral("\n"));
+            PrintLine(QStringLiteral("%1: could not be read whole (%2)").arg(paths[i], ReadFailureText(file.Failure())));
+            return nullptr;
+        }
         combiner.Add(file);
         if (showProgress)
             ShowProgress(i + 1, paths.size());

@@ -59,17 +59,16 @@ void DataFile::WireModels()
     sectionProxy.setSourceModel(&sectionModel);
 }
 
-// Running out of memory is the one failure: every allocation that can fail
-// on a large file reports it, whichever thread made it, and the record is
-// left empty.
+// Every allocation that can fail on a large file reports it, whichever
+// thread made it; a file not read whole leaves the record empty.
 void DataFile::Parse()
 {
     try {
-        readFailed = !ReadFile();
+        failure = ReadFile();
     } catch (const std::bad_alloc &) {
-        readFailed = true;
+        failure = ReadFailure::OutOfMemory;
     }
-    if (!readFailed)
+    if (failure == ReadFailure::None)
         return;
     experimentName.clear();
     date.clear();
@@ -80,11 +79,12 @@ void DataFile::Parse()
     mainModel.LoadData(noTitles, noColumns);
 }
 
-bool DataFile::ReadFile()
+ReadFailure DataFile::ReadFile()
 {
-    const std::shared_ptr<CellText> text = FileText::Read(path);
+    ReadFailure readFailure = ReadFailure::None;
+    const std::shared_ptr<CellText> text = FileText::Read(path, &readFailure);
     if (!text)
-        return false;
+        return readFailure;
     LineCursor lines(*text);
     legacyFormat = !HeaderLine::IsFieldLine(LineCursor(*text).NextLineText());
     if (legacyFormat) {
@@ -98,13 +98,15 @@ bool DataFile::ReadFile()
         date = headerFields[QStringLiteral(".Date")];
     }
 
+    // A table too large to hold fails here: titles longer than a string can
+    // take, or more rows than a model can count.
     DataFileParser parser(text);
     if (!parser.ReadTable(lines))
-        return false;
+        return ReadFailure::OutOfMemory;
     SectionStores stores = parser.TakeStatistics(&overall);
     parser.HandOver(&mainModel);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
-    return true;
+    return ReadFailure::None;
 }
 
 void DataFile::CopyFrom(const DataFile &other)

@@ -4,6 +4,7 @@
 #include "messagereport.h"
 #include "mainproxy.h"
 #include "proxymodel.h"
+#include "readfailure.h"
 #include "sectionmodel.h"
 #include "sectionstats.h"
 
@@ -29,9 +30,9 @@ public:
     QString Path() const { return path; }
     QString Date() const { return date; }
     bool LegacyFormat() const { return legacyFormat; }
-    // True when memory did not allow reading the whole file; the record then
-    // holds no rows, and the file is to be refused as unreadable.
-    bool ReadFailed() const { return readFailed; }
+    // Why the file was not read whole, or None. A record whose file was not
+    // read whole holds no rows, and the file is to be refused.
+    ReadFailure Failure() const { return failure; }
     const QMap<QString, QString> &HeaderFields() const { return headerFields; }
 
     // Starts a combined record from the first selected file.
@@ -62,13 +63,13 @@ public:
 private:
     void WireModels();
     void Parse();
-    bool ReadFile();
+    ReadFailure ReadFile();
     QVector<HiddenSectionStats> HiddenShares(const QVector<int> &rows) const;
     QString Cell(int row, int column) const;
     double CellValue(int row, int column) const;
 
     bool legacyFormat = false;
-    bool readFailed = false;
+    ReadFailure failure = ReadFailure::None;
     QString path;
     QString experimentName;
     QString date;

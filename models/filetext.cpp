@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QTextCodec>
 
 #include <cstring>
@@ -29,24 +30,44 @@ bool FitsInMemory(qint64 size)
     return true;
 }
 
-// Reads the file's present size, no more, so that a file growing meanwhile
-// still reads as the size it had.
-std::shared_ptr<CellText> ReadBytes(const QString &path)
+QHash<QString, ReadFailure> &InjectedFailures()
 {
+    static QHash<QString, ReadFailure> failures;
+    return failures;
+}
+
+// Reads the file's present size, no more, so that a file growing meanwhile
+// still reads as the size it had; a file that shrinks meanwhile ends where
+// it now ends.
+std::shared_ptr<CellText> ReadBytes(const QString &path, ReadFailure *failure)
+{
+    *failure = InjectedFailures().value(path, ReadFailure::None);
+    if (*failure != ReadFailure::None)
+        return nullptr;
     auto text = std::make_shared<CellText>();
-    QFile file(path);
     const QFileInfo info(path);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!info.isFile()) {
         text->Allocate(0);
         return text;
     }
-    const qint64 size = file.size();
-    if (!FitsInMemory(size) || !text->Allocate(size))
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *failure = ReadFailure::ReadError;
         return nullptr;
+    }
+    const qint64 size = file.size();
+    if (!FitsInMemory(size) || !text->Allocate(size)) {
+        *failure = ReadFailure::OutOfMemory;
+        return nullptr;
+    }
     qint64 got = 0;
     while (got < size) {
         const qint64 read = file.read(text->Buffer() + got, qMin(size - got, kPieceBytes));
-        if (read <= 0)
+        if (read < 0) {
+            *failure = ReadFailure::ReadError;
+            return nullptr;
+        }
+        if (read == 0)
             break;
         got += read;
     }
@@ -100,9 +121,9 @@ void DropUnfinishedCharacter(CellText &text)
 
 } // namespace
 
-std::shared_ptr<CellText> FileText::Read(const QString &path)
+std::shared_ptr<CellText> FileText::Read(const QString &path, ReadFailure *failure)
 {
-    std::shared_ptr<CellText> text = ReadBytes(path);
+    std::shared_ptr<CellText> text = ReadBytes(path, failure);
     if (!text)
         return nullptr;
 
@@ -113,8 +134,10 @@ std::shared_ptr<CellText> FileText::Read(const QString &path)
         text->DropFront(3);
     } else if (detected != locale && detected->mibEnum() != 106) {
         text = ToUtf8(*text, detected);
-        if (!text)
+        if (!text) {
+            *failure = ReadFailure::OutOfMemory;
             return nullptr;
+        }
     } else if (locale->mibEnum() != 106) {
         text->SetCodec(locale);
     }
@@ -126,4 +149,12 @@ std::shared_ptr<CellText> FileText::Read(const QString &path)
         --end;
     text->Truncate(end);
     return text;
+}
+
+void FileText::InjectFailure(const QString &path, ReadFailure failure)
+{
+    if (failure == ReadFailure::None)
+        InjectedFailures().remove(path);
+    else
+        InjectedFailures().insert(path, failure);
 }

@@ -3,6 +3,7 @@
 // combined selections, removing files, and the state in which the record
 // that had the focus is gone.
 
+#include "filetext.h"
 #include "windowdriver.h"
 
 #include <QComboBox>
@@ -174,6 +175,46 @@ private slots:
         QVERIFY(!driver->Window().OpenFiles(names));
         QTEST(driver->Catcher().Messages().join(""), "message");
         QCOMPARE(Names(CloudList()) + ' ' + Shown(), "[open.txt] [open.txt] Stroop|1 file containing 2 rows");
+    }
+
+    void filesNotReadWholeAreRefused_data()
+    {
+        QTest::addColumn<QString>("open");
+        QTest::addColumn<QList<int>>("selected");
+        QTest::addColumn<QString>("added");
+        QTest::addColumn<ReadFailure>("failure");
+        QTest::addColumn<QString>("shown");
+        const QString readError = "Zephlane|The file y.txt could not be read whole (read error), so it was not opened.";
+        const QString memory = "Zephlane|The file y.txt could not be read whole (not enough memory), so it was not opened.";
+        QTest::newRow("one of three") << "a Stroop 2" << QList<int>{0} << "x Simon 3, y Simon 4, z Simon 5" << ReadFailure::ReadError
+                                      << "a.txt [x.txt] z.txt | a.txt [x.txt] z.txt Simon|1 file containing 3 rows | page 1 | 11111 1111111111 0 11 | " + readError;
+        // Refusing the only new file brings back the combined view it replaced;
+        // in an empty window it leaves the form as it started.
+        QTest::newRow("alone, into a combined view") << "a Stroop 2, b Stroop 3" << QList<int>{0, 1} << "y Simon 4" << ReadFailure::OutOfMemory
+                                                     << "[a.txt] b.txt | [a.txt] [b.txt] Stroop|2 files containing 5 rows | page 1 | 11111 1111111111 0 11 | " + memory;
+        QTest::newRow("into an empty window") << "" << QList<int>{} << "y Simon 4" << ReadFailure::ReadError
+                                              << " |  (experiment file name)|2 files containing 485 rows. | page 0 | 00000 0000000000 0 11 | " + readError;
+    }
+
+    // A file that the reader could not read whole enters neither list and
+    // is named in a box; the rest of the drop opens as usual.
+    void filesNotReadWholeAreRefused()
+    {
+        QFETCH(QString, open);
+        QFETCH(QList<int>, selected);
+        QFETCH(QString, added);
+        QFETCH(ReadFailure, failure);
+        if (!open.isEmpty())
+            driver->AddFiles(Files(open));
+        driver->ClickRows(selected);
+        const QStringList paths = Files(added);
+        const QString failing = driver->Path("y.txt");
+        FileText::InjectFailure(failing, failure);
+        const auto restore = qScopeGuard([&] { FileText::InjectFailure(failing, ReadFailure::None); });
+        driver->Catcher().Clear();
+        QCOMPARE(driver->Window().OpenFiles(paths), paths.size() > 1);
+        QTEST(Window() + " | " + driver->Catcher().Messages().join(", "), "shown");
+        UseEveryCommand();
     }
 
     void focusFollowsTheSelection_data()

@@ -2,12 +2,16 @@
 // is what the window's "Merge..." writes for the same files, and what it
 // refuses leaves nothing behind.
 
+#include "capturedoutput.h"
+#include "filetext.h"
 #include "mergedialog.h"
+#include "mergetool.h"
 #include "testfiles.h"
 #include "windowdriver.h"
 
 #include <QAbstractButton>
 #include <QProcess>
+#include <QScopeGuard>
 
 namespace {
 
@@ -159,6 +163,65 @@ private slots:
         QCOMPARE(run.status, 1);
         QVERIFY2(run.err.startsWith(message) && run.err.count('\n') == 1, run.err);
         QCOMPARE(QFileInfo(target).isFile() ? ReadAll(target) : QByteArray(), before);
+    }
+
+    void fileNotReadWholeWritesNothing_data()
+    {
+        QTest::addColumn<ReadFailure>("failure");
+        QTest::addColumn<bool>("toFile");
+        QTest::addColumn<QByteArray>("reason");
+        QTest::newRow("read error, to a file") << ReadFailure::ReadError << true << QByteArray("read error");
+        QTest::newRow("memory, to a file") << ReadFailure::OutOfMemory << true << QByteArray("not enough memory");
+        QTest::newRow("read error, to standard output") << ReadFailure::ReadError << false << QByteArray("read error");
+    }
+
+    // The tool run in-process, so that the reader fails where the test says:
+    // the second of three files. An earlier output stays as it was.
+    void fileNotReadWholeWritesNothing()
+    {
+        QFETCH(ReadFailure, failure);
+        QFETCH(bool, toFile);
+        QFETCH(QByteArray, reason);
+        const QString target = driver.Write("kept.txt", WindowDriver::Stroop("Kept", 1));
+        const QByteArray before = ReadAll(target);
+        FileText::InjectFailure(paths[1], failure);
+        const auto restore = qScopeGuard([&] { FileText::InjectFailure(paths[1], ReadFailure::None); });
+        const QStringList arguments = QStringList{"zephlane-merge"} + (toFile ? QStringList{"-o", target} : QStringList()) + paths;
+        CapturedOutput output;
+        QCOMPARE(MergeTool().Run(arguments), int(MergeTool::NotWritten));
+        QCOMPARE(output.Err(), paths[1].toUtf8() + ": could not be read whole (" + reason + ")\n");
+        QCOMPARE(output.Out(), QByteArray());
+        QCOMPARE(ReadAll(target), before);
+    }
+
+    // Under a real limit on the tool's address space, as `ulimit -v` sets
+    // it: a file too large to hold is reported, not merged as its header.
+    // The limit leaves 128 MB above the least in which the tool merges a
+    // small file, found by halving; the large file is sparse, 1 GB of NULs
+    // after its rows.
+    void fileBeyondTheMemoryLimitWritesNothing()
+    {
+#if defined(__SANITIZE_ADDRESS__)
+        QSKIP("AddressSanitizer reserves more address space than the limit leaves");
+#endif
+        const QString target = driver.Path("limited.txt");
+        const auto mergesWithin = [&](qint64 kilobytes, const QString &path) {
+            QFile::remove(target);
+            return RunTool({"-o", target, path}, QString("ulimit -v %1").arg(kilobytes));
+        };
+        qint64 fails = 1 << 12;
+        qint64 works = 1 << 23;
+        QCOMPARE(mergesWithin(works, paths[0]).status, 0);
+        while (works - fails > 1024) {
+            const qint64 middle = (fails + works) / 2;
+            (mergesWithin(middle, paths[0]).status == 0 ? works : fails) = middle;
+        }
+        const QString big = driver.Write("big.txt", WindowDriver::Stroop("Big", 3));
+        QVERIFY(QFile::resize(big, qint64(1) << 30));
+        const ToolRun run = mergesWithin(works + (1 << 17), big);
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.err, big.toUtf8() + ": could not be read whole (not enough memory)\n");
+        QVERIFY(!QFile::exists(target));
     }
 };
 

@@ -1,0 +1,14 @@
+#include "readfailure.h"
+
+QString ReadFailureText(ReadFailure failure)
+{
+    switch (failure) {
+    case ReadFailure::OutOfMemory:
+        return QStringLiteral("not enough memory");
+    case ReadFailure::ReadError:
+        return QStringLiteral("read error");
+    case ReadFailure::None:
+        break;
+    }
+    return QString();
+}
