@@ -2,7 +2,6 @@
 
 #include "headerline.h"
 #include "linecursor.h"
-#include "mainmodel.h"
 #include "rowtable.h"
 
 #include <algorithm>
@@ -258,9 +257,11 @@ void DataFileParser::FillTitleMaps(const QVector<QVector<SectionStats>> &section
     InsertInOrder(titleRow, codeColumns, sections, &stores->codeColumns);
 }
 
-void DataFileParser::HandOver(MainModel *model)
+void DataFileParser::HandOver(QStringList *titles, QVector<DataColumn> *tableColumns)
 {
-    model->LoadData(titleRow.titles, columns);
+    titles->swap(titleRow.titles);
+    tableColumns->swap(columns);
     titleRow = TitleRow();
+    columns.clear();
     rowCount = 0;
 }

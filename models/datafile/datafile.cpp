@@ -104,7 +104,10 @@ ReadFailure DataFile::ReadFile()
     if (!parser.ReadTable(lines))
         return ReadFailure::OutOfMemory;
     SectionStores stores = parser.TakeStatistics(&overall);
-    parser.HandOver(&mainModel);
+    QStringList titles;
+    QVector<DataColumn> columns;
+    parser.HandOver(&titles, &columns);
+    mainModel.LoadData(titles, columns);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
     return ReadFailure::None;
 }

@@ -14,7 +14,6 @@
 #include <optional>
 
 class LineCursor;
-class MainModel;
 
 // The four section stores of a file, in the order SectionModel takes them.
 struct SectionStores
@@ -52,9 +51,9 @@ public:
     bool ReadTable(LineCursor &lines);
     // Fills `overall` and gives the section stores.
     SectionStores TakeStatistics(SectionStats *overall);
-    // Gives the table, with the "Flag" column in front, to the model; the
-    // parser is empty afterwards.
-    void HandOver(MainModel *model);
+    // Gives the titles and columns of the table, with the "Flag" column in
+    // front; the parser is empty afterwards.
+    void HandOver(QStringList *titles, QVector<DataColumn> *tableColumns);
 
 private:
     void PlanStatistics();
