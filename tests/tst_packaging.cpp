@@ -98,6 +98,8 @@ private slots:
         QCOMPARE(match.captured(1), QStringLiteral(ZEPHLANE_VERSION));
     }
 
+    // The package is made from the same install rules, in a directory of its
+    // own, so that a package built by hand in the build directory stays.
     void debianPackagePassesLintian()
     {
         const QString lintian = QStandardPaths::findExecutable("lintian");
