@@ -13,6 +13,9 @@ int main(int argc, char *argv[])
     for (const int side : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/img/zephlane-%1.png").arg(side));
     app.setWindowIcon(icon);
+    // The menu entry's name, which the window carries (as its Wayland app
+    // ID, for one) so that the desktop shows it as that entry's window.
+    QGuiApplication::setDesktopFileName(QStringLiteral(ZEPHLANE_APP_ID));
     MainWindow window;
     window.show();
     return app.exec();

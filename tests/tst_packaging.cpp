@@ -1,6 +1,8 @@
 // What `cmake --install` lays out for a desktop: the program, a valid menu
 // entry and metainfo file, and the icon at every size of the icon theme;
-// and beside it the merge tool, free of Qt Widgets, with its manual page.
+// beside it the merge tool, free of Qt Widgets; the manual pages, the
+// licence and the changelog. And the Debian package that cpack makes of it,
+// which Debian's own checker, lintian, must pass.
 
 #include <QDir>
 #include <QProcess>
@@ -40,7 +42,10 @@ private slots:
         const QString id = "com.talvox.Zephlane";
         QTest::newRow("program") << "bin/zephlane" << "";
         QTest::newRow("merge tool") << "bin/zephlane-merge" << "";
-        QTest::newRow("merge tool manual") << "share/man/man1/zephlane-merge.1" << "";
+        QTest::newRow("program manual") << "share/man/man1/zephlane.1.gz" << "";
+        QTest::newRow("merge tool manual") << "share/man/man1/zephlane-merge.1.gz" << "";
+        QTest::newRow("copyright") << "share/doc/zephlane/copyright" << "";
+        QTest::newRow("changelog") << "share/doc/zephlane/changelog.gz" << "";
         QTest::newRow("menu entry") << "share/applications/" + id + ".desktop" << "desktop-file-validate";
         QTest::newRow("metainfo") << "share/metainfo/" + id + ".metainfo.xml" << "appstreamcli validate --no-net";
         for (const int side : {16, 24, 32, 48, 64, 128, 256})
@@ -70,6 +75,43 @@ private slots:
             const QString failure = Failure(arguments.takeFirst(), arguments << installed);
             QVERIFY2(failure.isEmpty(), qPrintable(failure));
         }
+    }
+
+    // The changelog's latest entry and the metainfo's latest release are the
+    // version being packaged; lintian looks at neither.
+    void namesThePackagedVersion_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("pattern");
+        QTest::newRow("changelog") << "share/doc/zephlane/changelog.gz" << "^zephlane \\(([^)]+)\\)";
+        QTest::newRow("metainfo") << "share/metainfo/com.talvox.Zephlane.metainfo.xml" << "<release version=\"([^\"]+)\"";
+    }
+    void namesThePackagedVersion()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, pattern);
+        QProcess gzip;
+        gzip.start("gzip", {"-dcf", QDir(prefix.path()).filePath(path)});
+        QVERIFY(gzip.waitForFinished());
+        const QRegularExpressionMatch match = QRegularExpression(pattern).match(QString::fromUtf8(gzip.readAllStandardOutput()));
+        QVERIFY2(match.hasMatch(), qPrintable(path));
+        QCOMPARE(match.captured(1), QStringLiteral(ZEPHLANE_VERSION));
+    }
+
+    // The package is made from the same install rules, in a directory of its
+    // own, so that a package built by hand in the build directory stays.
+    void debianPackagePassesLintian()
+    {
+        const QString lintian = QStandardPaths::findExecutable("lintian");
+        if (lintian.isEmpty())
+            QSKIP("lintian is not installed, so the package is not built and checked (tools/install-deps.sh installs it)");
+        QTemporaryDir packageDir;
+        QString failure = Failure(ZEPHLANE_CPACK, {"-G", "DEB", "--config", ZEPHLANE_BINARY_DIR "/CPackConfig.cmake", "-B", packageDir.path()});
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        const QFileInfoList packages = QDir(packageDir.path()).entryInfoList({"*.deb"}, QDir::Files);
+        QCOMPARE(packages.size(), 1);
+        failure = Failure(lintian, {"--fail-on", "error,warning", packages.first().filePath()});
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
     }
 };
 

@@ -6,7 +6,7 @@ set -eu
 
 PACKAGES="cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libcurl4-openssl-dev \
 libminizip-dev zlib1g-dev libbenchmark-dev xvfb xauth python3 fonts-dejavu-core \
-desktop-file-utils appstream python3-pandas clang-14 libclang-rt-14-dev"
+desktop-file-utils appstream python3-pandas clang-14 libclang-rt-14-dev dpkg-dev lintian"
 
 missing=""
 for p in $PACKAGES; do
