@@ -1,6 +1,7 @@
 // What `cmake --install` lays out for a desktop: the program, a valid menu
 // entry and metainfo file, and the icon at every size of the icon theme;
-// and beside it the merge tool, free of Qt Widgets, with its manual page.
+// and beside it the merge and summary tools, free of Qt Widgets, with their
+// manual pages.
 
 #include <QDir>
 #include <QProcess>
@@ -41,6 +42,8 @@ private slots:
         QTest::newRow("program") << "bin/zephlane" << "";
         QTest::newRow("merge tool") << "bin/zephlane-merge" << "";
         QTest::newRow("merge tool manual") << "share/man/man1/zephlane-merge.1" << "";
+        QTest::newRow("summary tool") << "bin/zephlane-summary" << "";
+        QTest::newRow("summary tool manual") << "share/man/man1/zephlane-summary.1" << "";
         QTest::newRow("menu entry") << "share/applications/" + id + ".desktop" << "desktop-file-validate";
         QTest::newRow("metainfo") << "share/metainfo/" + id + ".metainfo.xml" << "appstreamcli validate --no-net";
         for (const int side : {16, 24, 32, 48, 64, 128, 256})
@@ -52,9 +55,9 @@ private slots:
         QFETCH(QString, validator);
         const QString installed = QDir(prefix.path()).filePath(path);
         QVERIFY2(QFileInfo(installed).isFile(), qPrintable(path));
-        // The merge tool runs where there is no display, so Qt Widgets must
-        // not even be loaded.
-        if (path.endsWith("-merge")) {
+        // The tools run where there is no display, so Qt Widgets must not
+        // even be loaded.
+        if (path.startsWith("bin/zephlane-")) {
             QProcess readelf;
             readelf.start("readelf", {"-d", installed});
             QVERIFY(readelf.waitForFinished());
