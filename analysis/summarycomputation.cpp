@@ -180,20 +180,22 @@ void SummaryComputation::TallyRows(const SummaryParticipant &participant, const 
             ++errorCounts[cellOf[row] - participant.firstCell];
         }
     }
+    QVector<double *> next(participant.cellCount);
     for (int i = 0; i < participant.cellCount; ++i) {
         SummaryCell &cell = cells[participant.firstCell + i];
-        cell.times.reserve(cell.Correct() - cell.invalidTimes);
+        cell.times.resize(cell.Correct() - cell.invalidTimes);
+        cell.keptEnd = cell.times.size();
+        next[i] = cell.times.data();
         if (errorCounts[i] > 0)
             cell.errorMean = errorSums[i] / errorCounts[i];
     }
     for (int row = 0; row < trials.RowCount(); ++row) {
         if (cellOf[row] >= 0 && slots[trials.codes.ids[row]] == kCorrect && !std::isnan(trials.times[row]))
-            cells[cellOf[row]].times.append(trials.times[row]);
+            *next[cellOf[row] - participant.firstCell]++ = trials.times[row];
     }
     for (int i = 0; i < participant.cellCount; ++i) {
-        SummaryCell &cell = cells[participant.firstCell + i];
-        std::sort(cell.times.begin(), cell.times.end());
-        cell.keptEnd = cell.times.size();
+        QVector<double> &times = cells[participant.firstCell + i].times;
+        std::sort(times.begin(), times.end());
     }
 }
 
@@ -269,29 +271,27 @@ void SummaryComputation::Measure(SummaryCell &cell) const
 
 void SummaryComputation::ListExclusions(int participant)
 {
-    const ParticipantTrials &trials = result.input[participant];
+    const ParticipantTrials &trials = result.input.at(participant);
     const QVector<int> slots = CodeSlots(trials);
-    const bool lowAccuracy = result.participants[participant].lowAccuracy;
+    const bool lowAccuracy = result.participants.at(participant).lowAccuracy;
     for (int row = 0; row < trials.RowCount(); ++row) {
         if (trials.IsHidden(row))
             result.exclusions.append(ExcludedRow{participant, row, ExclusionReason::Hidden, qQNaN()});
         else if (lowAccuracy)
             result.exclusions.append(ExcludedRow{participant, row, ExclusionReason::LowAccuracy, qQNaN()});
         else if (slots[trials.codes.ids[row]] == kCorrect)
-            AddTrimmed(participant, row);
+            AddTrimmed(participant, row, trials.times[row], result.cells.at(result.cellOfRow.at(participant)[row]));
     }
 }
 
 // A correct row is out when its time is invalid or lies outside the run
 // its cell kept; equal times share one fate, so its value tells which.
-void SummaryComputation::AddTrimmed(int participant, int row)
+void SummaryComputation::AddTrimmed(int participant, int row, double time, const SummaryCell &cell)
 {
-    const double time = result.input[participant].times[row];
     if (std::isnan(time)) {
         result.exclusions.append(ExcludedRow{participant, row, ExclusionReason::InvalidRt, qQNaN()});
         return;
     }
-    const SummaryCell &cell = result.cells[result.cellOfRow[participant][row]];
     if (cell.KeptBegin() != cell.KeptEnd() && time >= *cell.KeptBegin() && time <= cell.KeptEnd()[-1])
         return;
     const int index = int(std::lower_bound(cell.times.begin(), cell.times.end(), time) - cell.times.begin());

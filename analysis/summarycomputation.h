@@ -28,7 +28,7 @@ private:
     void TrimByScope();
     void Measure(SummaryCell &cell) const;
     void ListExclusions(int participant);
-    void AddTrimmed(int participant, int row);
+    void AddTrimmed(int participant, int row, double time, const SummaryCell &cell);
 
     SummaryResult result;
     QHash<QStringList, int> conditionIndex;
