@@ -5,13 +5,9 @@
 
 #include "benchdata.h"
 
-#include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -26,29 +22,8 @@ void BM_SummaryToolRun(benchmark::State &state)
                           QStringLiteral("--by"), QStringLiteral("Congruency"), QStringLiteral("--procedure"),
                           QStringLiteral("modified-recursive"), QStringLiteral("--exclusions"),
                           dir.filePath(QStringLiteral("excluded.csv")), QStringLiteral("-o"), output};
-    double inputBytes = 0;
-    for (int i = 0; i < kFiles; ++i) {
-        const QString path = dir.filePath(QStringLiteral("p%1.txt").arg(i));
-        arguments << BenchData::Participant(i, kRowsPerFile).Write(path);
-        inputBytes += double(QFileInfo(path).size());
-    }
-    for (auto _ : state) {
-        QProcess process;
-        process.start(QStringLiteral(ZEPHLANE_SUMMARY), arguments);
-        if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-            state.SkipWithError("zephlane-summary failed");
-            return;
-        }
-    }
-    // The largest resident size of any child this process has waited for:
-    // here only the tool.
-    rusage usage{};
-    getrusage(RUSAGE_CHILDREN, &usage);
-    const double peakBytes = double(usage.ru_maxrss) * 1024;
-    state.counters["input_MB"] = inputBytes / 1e6;
-    state.counters["output_MB"] = double(QFileInfo(output).size()) / 1e6;
-    state.counters["peak_MB"] = peakBytes / 1e6;
-    state.counters["peak_per_input"] = peakBytes / inputBytes;
+    const double inputBytes = BenchData::WriteParticipants(dir.path(), kFiles, kRowsPerFile, &arguments);
+    BenchData::RunTool(state, QStringLiteral(ZEPHLANE_SUMMARY), arguments, inputBytes, output);
 }
 BENCHMARK(BM_SummaryToolRun)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 

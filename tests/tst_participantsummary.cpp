@@ -24,12 +24,7 @@ using Problem = SummarySettings::Problem;
 SummarySettings Settings(const QStringList &columns, Procedure procedure = Procedure::None,
                          const QString &min = QString(), const QString &max = QString())
 {
-    SummarySettings settings;
-    settings.conditionColumns = columns;
-    settings.procedure = procedure;
-    TypedNumber::Read(min, &settings.min);
-    TypedNumber::Read(max, &settings.max);
-    return settings;
+    return SummaryFiles::Settings(columns, procedure, min, max);
 }
 
 ParticipantTrials WholeFile(DataFile &file, const QString &name)

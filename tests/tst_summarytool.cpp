@@ -11,38 +11,18 @@
 #include "summarytool.h"
 #include "testenvironment.h"
 #include "testfiles.h"
+#include "toolrun.h"
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QScopeGuard>
 #include <QtTest>
 
 namespace {
 
-struct ToolRun
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-// Runs a command line through a POSIX shell, without a display, with the
-// built tool first on the path.
+// The line run through a shell with the built tool first on the path.
 ToolRun RunShell(const QString &commandLine)
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(name);
-    environment.insert("PATH", QFileInfo(ZEPHLANE_SUMMARY).path() + ':' + environment.value("PATH"));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start("/bin/sh", {"-c", commandLine});
-    ToolRun run;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    run.out = process.readAllStandardOutput();
-    run.err = process.readAllStandardError();
-    return run;
+    return ToolRun::Shell(commandLine, ZEPHLANE_SUMMARY);
 }
 
 ToolRun RunTool(const QStringList &arguments)
@@ -51,17 +31,6 @@ ToolRun RunTool(const QStringList &arguments)
     for (const QString &argument : arguments)
         quoted << SummarySettings::ShellQuoted(argument);
     return RunShell(quoted.join(' '));
-}
-
-SummarySettings Settings(const QStringList &columns, SummarySettings::Procedure procedure, const QString &min,
-                         const QString &max)
-{
-    SummarySettings settings;
-    settings.conditionColumns = columns;
-    settings.procedure = procedure;
-    TypedNumber::Read(min, &settings.min);
-    TypedNumber::Read(max, &settings.max);
-    return settings;
 }
 
 // Three participants under names that need quoting in a shell, two with the
@@ -93,8 +62,8 @@ private slots:
         using Procedure = SummarySettings::Procedure;
         QTest::newRow("defaults") << SummarySettings();
         QTest::newRow("two columns, bounds and modified-recursive")
-            << Settings({"Block Name", "Congruency"}, Procedure::ModifiedRecursive, "200", "1500");
-        SummarySettings settings = Settings({"Congruency"}, Procedure::Sd, "", "3e3");
+            << SummaryFiles::Settings({"Block Name", "Congruency"}, Procedure::ModifiedRecursive, "200", "1500");
+        SummarySettings settings = SummaryFiles::Settings({"Congruency"}, Procedure::Sd, "", "3e3");
         TypedNumber::Read("1.5", &settings.sd);
         settings.scope = SummarySettings::SdScope::Participant;
         TypedNumber::Read("0.5", &settings.minAccuracy);

@@ -23,12 +23,7 @@ using SdScope = SummarySettings::SdScope;
 SummarySettings Settings(Procedure procedure, const QString &min = QString(), const QString &max = QString(),
                          const QString &sd = QString())
 {
-    SummarySettings settings;
-    settings.procedure = procedure;
-    TypedNumber::Read(min, &settings.min);
-    TypedNumber::Read(max, &settings.max);
-    TypedNumber::Read(sd, &settings.sd);
-    return settings;
+    return SummaryFiles::Settings({}, procedure, min, max, sd);
 }
 
 // A measure of the summary's line for `cell`, as written.

@@ -21,6 +21,18 @@ QStringList SummaryFiles::Correct(const QList<double> &times)
     return rows;
 }
 
+SummarySettings SummaryFiles::Settings(const QStringList &columns, SummarySettings::Procedure procedure,
+                                       const QString &min, const QString &max, const QString &sd)
+{
+    SummarySettings settings;
+    settings.conditionColumns = columns;
+    settings.procedure = procedure;
+    TypedNumber::Read(min, &settings.min);
+    TypedNumber::Read(max, &settings.max);
+    TypedNumber::Read(sd, &settings.sd);
+    return settings;
+}
+
 SummaryFiles &SummaryFiles::Participant(const QString &name, const QStringList &rows)
 {
     return File(name, Short(rows));

@@ -18,6 +18,12 @@ public:
     static DataFileBuilder Short(const QStringList &rows);
     // One block and trial of correct rows with these times, all congruent.
     static QStringList Correct(const QList<double> &times);
+    // Settings with these condition columns and this procedure, and the
+    // numbers given as typed; an empty text leaves a number out.
+    static SummarySettings Settings(const QStringList &columns,
+                                    SummarySettings::Procedure procedure = SummarySettings::Procedure::None,
+                                    const QString &min = QString(), const QString &max = QString(),
+                                    const QString &sd = QString());
 
     SummaryFiles &Participant(const QString &name, const QStringList &rows);
     SummaryFiles &File(const QString &name, const DataFileBuilder &builder);
