@@ -96,7 +96,9 @@ SummaryResult SummaryComputation::Run(const QVector<ParticipantTrials> &particip
 }
 
 // The threshold looks at all of a participant's rows not hidden, whatever
-// the condition columns.
+// the condition columns; a participant without such rows has no accuracy
+// and stays. One left out has no cells, so it takes no part in a pooled
+// scope either.
 void SummaryComputation::AddParticipant(const ParticipantTrials &trials)
 {
     SummaryParticipant participant;
@@ -155,8 +157,8 @@ void SummaryComputation::AddCells(SummaryParticipant &participant, const Partici
     participant.cellCount = firstRows.size();
 }
 
-// Counts the rows of each cell, then gathers its valid correct times in
-// ascending order, and takes the mean of its incorrect rows' times.
+// Counts the rows of each cell by code and takes the mean of its incorrect
+// rows' times.
 void SummaryComputation::TallyRows(const SummaryParticipant &participant, const ParticipantTrials &trials)
 {
     const QVector<int> slots = CodeSlots(trials);
@@ -180,23 +182,32 @@ void SummaryComputation::TallyRows(const SummaryParticipant &participant, const 
             ++errorCounts[cellOf[row] - participant.firstCell];
         }
     }
+    for (int i = 0; i < participant.cellCount; ++i) {
+        if (errorCounts[i] > 0)
+            cells[participant.firstCell + i].errorMean = errorSums[i] / errorCounts[i];
+    }
+    GatherTimes(participant, trials, slots);
+}
+
+// Puts each cell's valid correct times in ascending order, in room made
+// for exactly as many as the count found.
+void SummaryComputation::GatherTimes(const SummaryParticipant &participant, const ParticipantTrials &trials,
+                                     const QVector<int> &slots)
+{
+    const QVector<int> &cellOf = result.cellOfRow.last();
+    SummaryCell *cells = result.cells.data() + participant.firstCell;
     QVector<double *> next(participant.cellCount);
     for (int i = 0; i < participant.cellCount; ++i) {
-        SummaryCell &cell = cells[participant.firstCell + i];
-        cell.times.resize(cell.Correct() - cell.invalidTimes);
-        cell.keptEnd = cell.times.size();
-        next[i] = cell.times.data();
-        if (errorCounts[i] > 0)
-            cell.errorMean = errorSums[i] / errorCounts[i];
+        cells[i].times.resize(cells[i].Correct() - cells[i].invalidTimes);
+        cells[i].keptEnd = cells[i].times.size();
+        next[i] = cells[i].times.data();
     }
     for (int row = 0; row < trials.RowCount(); ++row) {
         if (cellOf[row] >= 0 && slots[trials.codes.ids[row]] == kCorrect && !std::isnan(trials.times[row]))
             *next[cellOf[row] - participant.firstCell]++ = trials.times[row];
     }
-    for (int i = 0; i < participant.cellCount; ++i) {
-        QVector<double> &times = cells[participant.firstCell + i].times;
-        std::sort(times.begin(), times.end());
-    }
+    for (int i = 0; i < participant.cellCount; ++i)
+        std::sort(cells[i].times.begin(), cells[i].times.end());
 }
 
 // The absolute bounds go first in every procedure but none, which has none.

@@ -24,6 +24,8 @@ private:
     void CountRows(SummaryParticipant &participant, const ParticipantTrials &trials) const;
     void AddCells(SummaryParticipant &participant, const ParticipantTrials &trials);
     void TallyRows(const SummaryParticipant &participant, const ParticipantTrials &trials);
+    void GatherTimes(const SummaryParticipant &participant, const ParticipantTrials &trials,
+                     const QVector<int> &slots);
     void Trim();
     void TrimByScope();
     void Measure(SummaryCell &cell) const;
