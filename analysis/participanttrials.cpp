@@ -1,5 +1,15 @@
 #include "participanttrials.h"
 
+#include "sectionstats.h"
+
+QVector<int> ParticipantTrials::CodeSlots() const
+{
+    QVector<int> slots;
+    for (const QString &code : codes.texts)
+        slots.append(CodeIndex(code));
+    return slots;
+}
+
 QStringList ParticipantTrials::ConditionValues(const QStringList &names, int row) const
 {
     QStringList values;

@@ -37,6 +37,9 @@ struct ParticipantTrials
 
     int RowCount() const { return times.size(); }
     bool IsHidden(int row) const { return !hidden.isEmpty() && hidden[row]; }
+    // CodeIndex of each text of `codes`, so that a row's code is
+    // CodeSlots()[codes.ids[row]].
+    QVector<int> CodeSlots() const;
     // Position of a condition column in `conditions`, or -1.
     int ConditionIndex(const QString &name) const { return conditionNames.indexOf(name); }
     // The row's values in the named condition columns; "<No Name>" in a

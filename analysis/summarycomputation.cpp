@@ -2,7 +2,6 @@
 
 #include "celltrimmer.h"
 #include "quantile.h"
-#include "sectionstats.h"
 
 #include <algorithm>
 #include <cmath>
@@ -115,17 +114,9 @@ void SummaryComputation::AddParticipant(const ParticipantTrials &trials)
     }
 }
 
-QVector<int> SummaryComputation::CodeSlots(const ParticipantTrials &trials) const
-{
-    QVector<int> slots;
-    for (const QString &code : trials.codes.texts)
-        slots.append(CodeIndex(code));
-    return slots;
-}
-
 void SummaryComputation::CountRows(SummaryParticipant &participant, const ParticipantTrials &trials) const
 {
-    const QVector<int> slots = CodeSlots(trials);
+    const QVector<int> slots = trials.CodeSlots();
     for (int row = 0; row < trials.RowCount(); ++row) {
         if (trials.IsHidden(row))
             continue;
@@ -161,7 +152,7 @@ void SummaryComputation::AddCells(SummaryParticipant &participant, const Partici
 // rows' times.
 void SummaryComputation::TallyRows(const SummaryParticipant &participant, const ParticipantTrials &trials)
 {
-    const QVector<int> slots = CodeSlots(trials);
+    const QVector<int> slots = trials.CodeSlots();
     const QVector<int> &cellOf = result.cellOfRow.last();
     SummaryCell *cells = result.cells.data();
     QVector<double> errorSums(participant.cellCount, 0.0);
@@ -283,7 +274,7 @@ void SummaryComputation::Measure(SummaryCell &cell) const
 void SummaryComputation::ListExclusions(int participant)
 {
     const ParticipantTrials &trials = result.input.at(participant);
-    const QVector<int> slots = CodeSlots(trials);
+    const QVector<int> slots = trials.CodeSlots();
     const bool lowAccuracy = result.participants.at(participant).lowAccuracy;
     for (int row = 0; row < trials.RowCount(); ++row) {
         if (trials.IsHidden(row))

@@ -20,7 +20,6 @@ private:
     explicit SummaryComputation(const SummarySettings &settings);
 
     void AddParticipant(const ParticipantTrials &trials);
-    QVector<int> CodeSlots(const ParticipantTrials &trials) const;
     void CountRows(SummaryParticipant &participant, const ParticipantTrials &trials) const;
     void AddCells(SummaryParticipant &participant, const ParticipantTrials &trials);
     void TallyRows(const SummaryParticipant &participant, const ParticipantTrials &trials);

@@ -1,7 +1,5 @@
 #include "summaryresult.h"
 
-#include "sectionstats.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -22,9 +20,11 @@ QVector<QVector<TimedResponse>> SummaryResult::ResponsesByCell() const
     for (int p = 0; p < participants.size(); ++p) {
         const ParticipantTrials &trials = input[p];
         const QVector<int> &cellOf = cellOfRow[p];
+        const QVector<int> slots = trials.CodeSlots();
         for (int row = 0; row < trials.RowCount(); ++row) {
-            const int code = CodeIndex(trials.codes.TextAt(row));
+            const int code = slots[trials.codes.ids[row]];
             const double time = trials.times[row];
+            // Code slots 0 and 1: C and E.
             if (cellOf[row] >= 0 && (code == 0 || code == 1) && !std::isnan(time) && InsideBounds(time))
                 responses[cellOf[row]].append(TimedResponse{time, row, code == 0});
         }
