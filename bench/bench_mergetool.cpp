@@ -4,13 +4,9 @@
 
 #include "benchdata.h"
 
-#include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <sys/resource.h>
 
 namespace {
 
@@ -22,29 +18,8 @@ void BM_MergeToolRun(benchmark::State &state)
     QTemporaryDir dir;
     const QString output = dir.filePath(QStringLiteral("merged.txt"));
     QStringList arguments{QStringLiteral("--quiet"), QStringLiteral("-o"), output};
-    double inputBytes = 0;
-    for (int i = 0; i < kFiles; ++i) {
-        const QString path = dir.filePath(QStringLiteral("p%1.txt").arg(i));
-        arguments << BenchData::Participant(i, kRowsPerFile).Write(path);
-        inputBytes += double(QFileInfo(path).size());
-    }
-    for (auto _ : state) {
-        QProcess process;
-        process.start(QStringLiteral(ZEPHLANE_MERGE), arguments);
-        if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-            state.SkipWithError("zephlane-merge failed");
-            return;
-        }
-    }
-    // The largest resident size of any child this process has waited for:
-    // here only the tool.
-    rusage usage{};
-    getrusage(RUSAGE_CHILDREN, &usage);
-    const double peakBytes = double(usage.ru_maxrss) * 1024;
-    state.counters["input_MB"] = inputBytes / 1e6;
-    state.counters["output_MB"] = double(QFileInfo(output).size()) / 1e6;
-    state.counters["peak_MB"] = peakBytes / 1e6;
-    state.counters["peak_per_input"] = peakBytes / inputBytes;
+    const double inputBytes = BenchData::WriteParticipants(dir.path(), kFiles, kRowsPerFile, &arguments);
+    BenchData::RunTool(state, QStringLiteral(ZEPHLANE_MERGE), arguments, inputBytes, output);
 }
 BENCHMARK(BM_MergeToolRun)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 

@@ -1,6 +1,10 @@
 #include "benchdata.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <sys/resource.h>
 
 namespace BenchData {
 
@@ -30,6 +34,39 @@ DataFileBuilder Participant(int participant, int rows)
         builder.Row(cells);
     }
     return builder;
+}
+
+double WriteParticipants(const QString &directory, int files, int rows, QStringList *paths)
+{
+    double bytes = 0;
+    for (int i = 0; i < files; ++i) {
+        const QString path = Participant(i, rows).Write(directory + QStringLiteral("/p%1.txt").arg(i));
+        paths->append(path);
+        bytes += double(QFileInfo(path).size());
+    }
+    return bytes;
+}
+
+void RunTool(benchmark::State &state, const QString &program, const QStringList &arguments, double inputBytes,
+             const QString &output)
+{
+    for (auto _ : state) {
+        QProcess process;
+        process.start(program, arguments);
+        if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+            state.SkipWithError(qPrintable(QFileInfo(program).fileName() + QStringLiteral(" failed")));
+            return;
+        }
+    }
+    // The largest resident size of any child this process has waited for:
+    // here only the tool.
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    const double peakBytes = double(usage.ru_maxrss) * 1024;
+    state.counters["input_MB"] = inputBytes / 1e6;
+    state.counters["output_MB"] = double(QFileInfo(output).size()) / 1e6;
+    state.counters["peak_MB"] = peakBytes / 1e6;
+    state.counters["peak_per_input"] = peakBytes / inputBytes;
 }
 
 double StatusBytes(const QByteArray &key)

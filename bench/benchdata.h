@@ -13,6 +13,16 @@ namespace BenchData {
 // a trial variable the others lack, so that combining adds and pads a column.
 DataFileBuilder Participant(int participant, int rows);
 
+// Writes `files` participants' files of `rows` trials into `directory`,
+// appends their paths to `paths` and returns their size in bytes.
+double WriteParticipants(const QString &directory, int files, int rows, QStringList *paths);
+
+// Runs a command-line tool as a script runs it, once per iteration, and
+// reports its peak memory against `inputBytes`, the size of the files it
+// reads, and the size of what it wrote to `output`.
+void RunTool(benchmark::State &state, const QString &program, const QStringList &arguments, double inputBytes,
+             const QString &output);
+
 // A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
 double StatusBytes(const QByteArray &key);
 

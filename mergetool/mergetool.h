@@ -1,38 +1,29 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
+#include "commandlinetool.h"
 
 #include <memory>
 
 class DataFile;
-class QCommandLineParser;
-class QFileDevice;
+class ToolOutput;
 
 // zephlane-merge: the merged output file from the command line. It judges
 // the files as the window does, combines them in the order given as the
 // window combines a selection, and writes what the window's "Merge..."
 // writes with "All rows ", to a file or to standard output. Made and run
 // by main().
-class MergeTool
+class MergeTool : public CommandLineTool
 {
 public:
-    // Exit statuses.
-    enum Status { Written = 0, NotWritten = 1, Refused = 2 };
-
-    // Takes the program's arguments, the program name first.
-    int Run(const QStringList &arguments);
+    MergeTool();
 
 private:
-    bool ParseArguments(QCommandLineParser &parser, const QStringList &arguments, int *status);
-    bool Accepts(const QStringList &paths) const;
-    std::unique_ptr<QFileDevice> OpenOutput() const;
+    void DescribeOptions(QCommandLineParser &parser) const override;
+    bool ReadOptions(const QCommandLineParser &parser) override;
+    int Work(const QStringList &paths) override;
     // Null when a file could not be read whole; the reason is printed.
     std::unique_ptr<DataFile> CombineFiles(const QStringList &paths) const;
-    int Write(const DataFile &record, QFileDevice &output);
-    QString OutputError(const QFileDevice &output) const;
+    int Write(const DataFile &record, ToolOutput &output) const;
 
-    QString outputName;
     bool transpose = false;
-    bool showProgress = false;
 };

@@ -7,6 +7,7 @@
 #include "mergedialog.h"
 #include "mergetool.h"
 #include "testfiles.h"
+#include "toolrun.h"
 #include "windowdriver.h"
 
 #include <QAbstractButton>
@@ -15,29 +16,11 @@
 
 namespace {
 
-struct ToolRun
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
 // Started without DISPLAY or QT_QPA_PLATFORM, as over ssh on a compute
 // server; `shell` runs first in the same process, to limit it.
 ToolRun RunTool(const QStringList &arguments, const QString &shell = QString())
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        environment.remove(name);
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start("/bin/sh", QStringList{"-c", shell + "\nexec \"$0\" \"$@\"", ZEPHLANE_MERGE} + arguments);
-    ToolRun run;
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit)
-        run.status = process.exitCode();
-    run.out = process.readAllStandardOutput();
-    run.err = process.readAllStandardError();
-    return run;
+    return ToolRun::Shell(shell + "\nexec \"$0\" \"$@\"", ZEPHLANE_MERGE, arguments);
 }
 
 // Three files of two experiments, with a column that only one of them has.

@@ -1,8 +1,8 @@
 // What `cmake --install` lays out for a desktop: the program, a valid menu
 // entry and metainfo file, and the icon at every size of the icon theme;
-// beside it the merge tool, free of Qt Widgets; the manual pages, the
-// licence and the changelog. And the Debian package that cpack makes of it,
-// which Debian's own checker, lintian, must pass.
+// beside it the merge and summary tools, free of Qt Widgets; the manual
+// pages, the licence and the changelog. And the Debian package that cpack
+// makes of it, which Debian's own checker, lintian, must pass.
 
 #include <QDir>
 #include <QProcess>
@@ -42,8 +42,10 @@ private slots:
         const QString id = "com.talvox.Zephlane";
         QTest::newRow("program") << "bin/zephlane" << "";
         QTest::newRow("merge tool") << "bin/zephlane-merge" << "";
+        QTest::newRow("summary tool") << "bin/zephlane-summary" << "";
         QTest::newRow("program manual") << "share/man/man1/zephlane.1.gz" << "";
         QTest::newRow("merge tool manual") << "share/man/man1/zephlane-merge.1.gz" << "";
+        QTest::newRow("summary tool manual") << "share/man/man1/zephlane-summary.1.gz" << "";
         QTest::newRow("copyright") << "share/doc/zephlane/copyright" << "";
         QTest::newRow("changelog") << "share/doc/zephlane/changelog.gz" << "";
         QTest::newRow("menu entry") << "share/applications/" + id + ".desktop" << "desktop-file-validate";
@@ -57,9 +59,9 @@ private slots:
         QFETCH(QString, validator);
         const QString installed = QDir(prefix.path()).filePath(path);
         QVERIFY2(QFileInfo(installed).isFile(), qPrintable(path));
-        // The merge tool runs where there is no display, so Qt Widgets must
-        // not even be loaded.
-        if (path.endsWith("-merge")) {
+        // The tools run where there is no display, so Qt Widgets must not
+        // even be loaded.
+        if (path.startsWith("bin/zephlane-")) {
             QProcess readelf;
             readelf.start("readelf", {"-d", installed});
             QVERIFY(readelf.waitForFinished());

@@ -59,6 +59,11 @@ public:
     // Row of the whole file that visible row `row` shows; it names a row for
     // as long as the file is open, hidden or not.
     int FileRowAt(int row) const { return FileRow(row); }
+    // What the participant summary reads: the cells of model column
+    // `column` for every file row, hidden ones included, and the file rows
+    // now hidden.
+    const CellList &ColumnCells(int column) const { return allColumns[column].values; }
+    const QVector<int> &HiddenFileRows() const { return hiddenRows; }
 
     // Writes the flag of visible row `row` and reports it with RowChanged(0).
     void SetRowFlag(int row, bool value);

@@ -1,0 +1,7 @@
+#include "summarytool.h"
+
+int main(int argc, char *argv[])
+{
+    SummaryTool tool;
+    return tool.Main(argc, argv);
+}
