@@ -1,12 +1,8 @@
-// CloudClient's calls to the service and its local cache: what each call
-// sends and reads, and where an experiment's downloads are kept.
+// CloudClient's calls to the service: what each call sends and reads.
 
 #include "cloudclient.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QStandardPaths>
 
 #include <limits>
 
@@ -55,19 +51,6 @@ CloudExperiment ReadExperiment(const QJsonObject &entry)
     experiment.expiryDate = Text(entry, "expiry_date");
     experiment.size = entry.value(QLatin1String("size")).toInt();
     return experiment;
-}
-
-int CountNewlines(QFile &file)
-{
-    const qint64 chunkSize = 64 * 1024;
-    qint64 count = 0;
-    while (!file.atEnd()) {
-        const QByteArray chunk = file.read(chunkSize);
-        if (chunk.isEmpty())
-            break;
-        count += chunk.count('\n');
-    }
-    return int(qMin<qint64>(count, std::numeric_limits<int>::max()));
 }
 
 } // namespace
@@ -122,40 +105,12 @@ bool CloudClient::GetExperiments()
     return true;
 }
 
-QString CloudClient::AppDataDir()
+void CloudClient::DownloadRtInfo(int code, const QString &filename)
 {
-    const QString dir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(dir);
-    return dir;
+    DownloadFile("user/v1/download-rtinfo-file", code, filename.toStdString().c_str());
 }
 
-// The code alone names the directory, so an experiment keeps its cache from
-// one run to the next and across accounts.
-QString CloudClient::ExperimentDir(int code)
+void CloudClient::DownloadResult(int code, const QString &filename)
 {
-    const QString dir = AppDataDir() + QLatin1String("/Cloud/") + QString::number(code);
-    QDir().mkpath(dir);
-    return dir;
-}
-
-void CloudClient::DownloadRtInfo(int code)
-{
-    const std::string path = (ExperimentDir(code) + QLatin1String("/rt_info")).toStdString();
-    DownloadFile("user/v1/download-rtinfo-file", code, path.c_str());
-}
-
-void CloudClient::DownloadResult(int code)
-{
-    const std::string path = (ExperimentDir(code) + QLatin1String("/data.zip")).toStdString();
-    DownloadFile("user/v1/download-result", code, path.c_str());
-}
-
-// Each line of rt_info stands for one participant's data file; only the
-// newlines are counted, so a last line without one does not count, and an
-// empty, absent or failed file counts 0.
-void CloudClient::UpdateParticipants(int code, CloudExperiment &experiment)
-{
-    DownloadRtInfo(code);
-    QFile file(ExperimentDir(code) + QLatin1String("/rt_info"));
-    experiment.participants = file.open(QIODevice::ReadOnly) ? CountNewlines(file) : 0;
+    DownloadFile("user/v1/download-result", code, filename.toStdString().c_str());
 }

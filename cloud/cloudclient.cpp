@@ -6,6 +6,8 @@
 
 #include <QJsonDocument>
 
+#include <curl/curl.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -100,11 +102,25 @@ void SetMethod(CURL *handle, HttpMethod method)
     }
 }
 
-void SetTimeLimits(CURL *handle)
+// The CSRF line goes out with an empty value on both lists; the download
+// list has no content type.
+curl_slist *HeaderList(const QByteArray &authHeader, bool withContentType)
+{
+    curl_slist *headers = curl_slist_append(nullptr, "accept: application/json");
+    headers = curl_slist_append(headers, (QByteArray("X-Authorization: ") + kApplicationKey).constData());
+    if (!authHeader.isEmpty())
+        headers = curl_slist_append(headers, authHeader.constData());
+    if (withContentType)
+        headers = curl_slist_append(headers, "Content-Type: application/json");
+    return curl_slist_append(headers, "X-CSRF-TOKEN: ");
+}
+
+CURLcode Perform(CURL *handle)
 {
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, kConnectTimeoutSeconds);
     curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
     curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, kStalledSeconds);
+    return curl_easy_perform(handle);
 }
 
 } // namespace
@@ -137,7 +153,7 @@ QJsonObject CloudClient::RestCall(const char *path, const QVector<RequestParam> 
     if (handle != nullptr) {
         const QByteArray body = RequestBody(params);
         SetMethod(handle, method);
-        curl_slist *headers = HeaderList(true);
+        curl_slist *headers = HeaderList(authHeader, true);
         curl_easy_setopt(handle, CURLOPT_URL, url.constData());
         curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, WriteToMemory);
         curl_easy_setopt(handle, CURLOPT_WRITEDATA, &buffer);
@@ -153,7 +169,7 @@ QJsonObject CloudClient::RestCall(const char *path, const QVector<RequestParam> 
             curl_easy_setopt(handle, CURLOPT_XFERINFODATA, progress);
             curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, UpdateProgress);
         }
-        Perform(handle);
+        Finish(Perform(handle));
         curl_slist_free_all(headers);
         curl_easy_cleanup(handle);
     }
@@ -174,13 +190,13 @@ void CloudClient::DownloadFile(const char *path, int id, const char *filename)
     // Made for the transfer and freed after it; nothing is attached to it.
     curl_mime *mime = curl_mime_init(handle);
     FILE *file = std::fopen(filename, "wb");
-    curl_slist *headers = HeaderList(false);
+    curl_slist *headers = HeaderList(authHeader, false);
     curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L);
     curl_easy_setopt(handle, CURLOPT_URL, url.constData());
     curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, WriteToFile);
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, file);
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers);
-    Perform(handle);
+    Finish(Perform(handle));
     curl_easy_cleanup(handle);
     curl_mime_free(mime);
     if (file != nullptr)
@@ -188,25 +204,10 @@ void CloudClient::DownloadFile(const char *path, int id, const char *filename)
     curl_slist_free_all(headers);
 }
 
-// The CSRF line goes out with an empty value on both lists; the download
-// list has no content type.
-curl_slist *CloudClient::HeaderList(bool withContentType) const
+void CloudClient::Finish(int result)
 {
-    curl_slist *headers = curl_slist_append(nullptr, "accept: application/json");
-    headers = curl_slist_append(headers, (QByteArray("X-Authorization: ") + kApplicationKey).constData());
-    if (!authHeader.isEmpty())
-        headers = curl_slist_append(headers, authHeader.constData());
-    if (withContentType)
-        headers = curl_slist_append(headers, "Content-Type: application/json");
-    return curl_slist_append(headers, "X-CSRF-TOKEN: ");
-}
-
-void CloudClient::Perform(CURL *handle)
-{
-    SetTimeLimits(handle);
-    const CURLcode result = curl_easy_perform(handle);
     if (result != CURLE_OK) {
         lastCallFailed = true;
-        lastError = curl_easy_strerror(result);
+        lastError = curl_easy_strerror(CURLcode(result));
     }
 }

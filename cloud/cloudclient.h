@@ -10,13 +10,11 @@
 #include <QString>
 #include <QVector>
 
-#include <curl/curl.h>
-
 enum class HttpMethod { Post = 0, Get = 1, Put = 2, Patch = 3, Delete = 4 };
 
 // The client of the Kelmarun Cloud REST service, held by value in the main
-// window: one synchronous libcurl transfer per call, the service's calls
-// built on it, and the local cache of each experiment's downloads.
+// window: one synchronous libcurl transfer per call and the service's calls
+// built on it. Where the downloads go is the cache's affair (CloudCache).
 class CloudClient
 {
 public:
@@ -40,16 +38,13 @@ public:
     bool GetExperiments();
     QVector<CloudExperiment> *Experiments() { return &experiments; }
 
-    // The local cache.
-    static QString AppDataDir();
-    static QString ExperimentDir(int code);
-    void DownloadRtInfo(int code);
-    void DownloadResult(int code);
-    void UpdateParticipants(int code, CloudExperiment &experiment);
+    // The two files of an experiment, into the given local paths.
+    void DownloadRtInfo(int code, const QString &filename);
+    void DownloadResult(int code, const QString &filename);
 
 private:
-    curl_slist *HeaderList(bool withContentType) const;
-    void Perform(CURL *handle);
+    // Takes the outcome of a transfer, a libcurl result code.
+    void Finish(int result);
 
     const QByteArray baseUrl;
     bool lastCallFailed = false;

@@ -5,7 +5,6 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
-#include "unziparchive.h"
 
 #include <QDate>
 #include <QDir>
@@ -62,7 +61,7 @@ void MainWindow::ShowCloudAccount(QSettings &credentials, const QString &email, 
     cloudClient.GetExperiments();
     cloudExperiments = cloudClient.Experiments();
     for (CloudExperiment &experiment : *cloudExperiments) {
-        cloudClient.UpdateParticipants(experiment.code, experiment);
+        cloudCache.UpdateParticipants(experiment.code, experiment);
         ui->list_of_cloud_experiments->addItem(experiment.name);
     }
     ui->stack_xpt_info->setCurrentIndex(cloudExperiments->isEmpty() ? 4 : 0);
@@ -138,30 +137,9 @@ void MainWindow::OpenCloudFiles()
         return;
     }
     ui->stack_cloud->setCurrentIndex(1);
-    RefreshExperimentData(experiment->code, experiment->participants);
-    const QDir data(CloudClient::ExperimentDir(experiment->code) + QStringLiteral("/data/"));
-    QStringList paths;
-    for (const QString &name : data.entryList(QDir::Files))
-        paths.append(data.absoluteFilePath(name));
-    OpenFiles(paths);
+    cloudCache.RefreshExperimentData(experiment->code, experiment->participants);
+    OpenFiles(CloudCache::DataFiles(experiment->code));
     cloudFilesShown = true;
-}
-
-// The entry count of data/ is the cache's only state: when it equals the
-// participants the files there are used, whatever they are. Otherwise the
-// archive is fetched and unpacked over them; nothing is deleted, and a
-// failure shows only in what there is to open.
-void MainWindow::RefreshExperimentData(int code, int participants)
-{
-    const QString directory = CloudClient::ExperimentDir(code);
-    const QString archive = directory + QStringLiteral("/data.zip");
-    const QString dataPath = directory + QStringLiteral("/data/");
-    const QDir data(dataPath, QString(), QDir::Name | QDir::IgnoreCase, QDir::AllEntries | QDir::NoDotAndDotDot);
-    QDir().mkpath(dataPath);
-    if (participants == int(data.count()))
-        return;
-    cloudClient.DownloadResult(code);
-    UnzipArchive(archive.toStdString().c_str(), dataPath.toStdString().c_str());
 }
 
 // The cached archive is copied and nothing is downloaded: an experiment
@@ -181,7 +159,7 @@ void MainWindow::ExportDataZip()
                                                         experiment->name, QStringLiteral("Zip (*.zip)"));
     if (target.isEmpty())
         return;
-    const QString source = CloudClient::ExperimentDir(code) + QStringLiteral("/data.zip");
+    const QString source = CloudCache::ArchivePath(code);
     if (QFile::exists(target))
         QFile::remove(target);
     QFile::copy(source, target);
@@ -264,7 +242,7 @@ void MainWindow::OnRefreshCloudParticipants()
     QCoreApplication::processEvents();
     // A sign-in started meanwhile may have replaced the list.
     if (CloudExperiment *experiment = ExperimentAt(row)) {
-        cloudClient.UpdateParticipants(experiment->code, *experiment);
+        cloudCache.UpdateParticipants(experiment->code, *experiment);
         UpdateCloudParticipantsInfo(row);
     }
     ui->stack_xpt_info->setCurrentIndex(0);

@@ -41,6 +41,7 @@ MainWindow::MainWindow(const QByteArray &cloudBaseUrl)
     , aboutDialog(new QDialog(this, Qt::WindowTitleHint | Qt::WindowCloseButtonHint))
     , disabledEffect(new QGraphicsColorizeEffect(this))
     , cloudClient(cloudBaseUrl)
+    , cloudCache(cloudClient)
 {
     QCoreApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
     QCoreApplication::setApplicationName(QString::fromLatin1(kApplication));

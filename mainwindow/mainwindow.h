@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cloudcache.h"
 #include "cloudclient.h"
 
 #include <QMainWindow>
@@ -135,7 +136,6 @@ private:
     void ShowCloudAccount(QSettings &credentials, const QString &email, const QString &password);
     static void StoreCredentials(QSettings &credentials, const QString &email, const QString &password);
     CloudExperiment *ExperimentAt(int row) const;
-    void RefreshExperimentData(int code, int participants);
     bool EnterCloudTab();
     bool EnterLocalTab();
     void FollowFileList(QListWidget *shown, QListWidget *hidden);
@@ -173,6 +173,7 @@ private:
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     CloudClient cloudClient;
+    CloudCache cloudCache;
     CloudProfile cloudProfile;
     // The client's experiment list, once a sign-in has read it.
     QVector<CloudExperiment> *cloudExperiments = nullptr;

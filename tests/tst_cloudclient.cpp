@@ -46,7 +46,7 @@ private slots:
         server.Answer(kLogin, kGoodLogin);
         CloudClient client(server.BaseUrl());
         client.Login("ann@example.com", "pa\"ss");
-        client.DownloadRtInfo(7);
+        client.DownloadRtInfo(7, files.Path("rt_info"));
         server.Answer(kLogin, R"({"success":false})", "401 Unauthorized");
         client.Login("b", "");
         client.RestCall("user/v1/x", {{"a", "1"}, {"b\\", "2"}}, HttpMethod::Put, nullptr);

@@ -166,7 +166,7 @@ private slots:
         driver->Click("btn_export");
         QCOMPARE(ReadAll(target), Archive(experiments[4]));
 
-        WindowDriver::Stroop("Running", 1).Write(CloudClient::ExperimentDir(14) + "/data/Extra.txt");
+        WindowDriver::Stroop("Running", 1).Write(CloudCache::ExperimentDir(14) + "/data/Extra.txt");
         driver->Click("btn_select_xpt");
         QCOMPARE(Requests(), QString("GET download-result/14"));
         QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 1 options 1 | Extra.txt s1.txt s2.txt s3.txt | "
