@@ -110,7 +110,7 @@ private:
     void ReleaseFocusedFile();
     QListWidget *VisibleFileList() const;
     QVector<int> SelectedFileRows() const;
-    void BuildCombinedFile(const QVector<int> &rows);
+    bool BuildCombinedFile(const QVector<int> &rows);
     void ConnectFocusedFile();
     void DisconnectFocusedFile();
     void ShowFocusedFile();

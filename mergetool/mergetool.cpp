@@ -157,20 +157,25 @@ std::unique_ptr<QFileDevice> MergeTool::OpenOutput() const
 }
 
 // Each file is read, added and let go before the next, so that only the
-// combined record stays. A file not read whole ends the run with nothing
-// written, since a merged file without its rows would pass for data.
+// combined record stays. A file not read whole, or not combined for want
+// of memory, ends the run with nothing written, since a merged file
+// without its rows would pass for data.
 std::unique_ptr<DataFile> MergeTool::CombineFiles(const QStringList &paths) const
 {
     FileCombiner combiner;
     for (int i = 0; i < paths.size(); ++i) {
         const DataFile file(paths[i]);
-        if (file.Failure() != ReadFailure::None) {
+        QString problem;
+        if (file.Failure() != ReadFailure::None)
+            problem = QStringLiteral("could not be read whole (%1)").arg(ReadFailureText(file.Failure()));
+        else if (!combiner.Add(file))
+            problem = QStringLiteral("could not be combined with the files before it (not enough memory)");
+        if (!problem.isEmpty()) {
             if (showProgress && i > 0)
                 Print(stderr, QStringLiteral("\n"));
-            PrintLine(QStringLiteral("%1: could not be read whole (%2)").arg(paths[i], ReadFailureText(file.Failure())));
+            PrintLine(paths[i] + QStringLiteral(": ") + problem);
             return nullptr;
         }
-        combiner.Add(file);
         if (showProgress)
             ShowProgress(i + 1, paths.size());
     }

@@ -27,7 +27,8 @@ private:
     bool ParseArguments(QCommandLineParser &parser, const QStringList &arguments, int *status);
     bool Accepts(const QStringList &paths) const;
     std::unique_ptr<QFileDevice> OpenOutput() const;
-    // Null when a file could not be read whole; the reason is printed.
+    // Null when a file could not be read whole or memory did not allow
+    // combining it; the reason is printed.
     std::unique_ptr<DataFile> CombineFiles(const QStringList &paths) const;
     int Write(const DataFile &record, QFileDevice &output);
     QString OutputError(const QFileDevice &output) const;
