@@ -24,6 +24,38 @@ int CountNewlines(QFile &file)
     return int(qMin<qint64>(count, std::numeric_limits<int>::max()));
 }
 
+// The texts of a stop that the user is told of; a download's failed write
+// is a failed call like any other.
+QString DownloadNotice(WriteStop stop)
+{
+    switch (stop) {
+    case WriteStop::TooLarge:
+        return QStringLiteral("The download stopped: more than 4 GB.");
+    case WriteStop::DiskNearlyFull:
+        return QStringLiteral("The download stopped: the disk is nearly full.");
+    case WriteStop::WriteFailed:
+    case WriteStop::None:
+        break;
+    }
+    return QString();
+}
+
+QString UnpackNotice(WriteStop stop)
+{
+    const QString text = QStringLiteral("The experiment's archive was not unpacked whole: %1.");
+    switch (stop) {
+    case WriteStop::TooLarge:
+        return text.arg(QStringLiteral("it unpacks to more than 200 times its size"));
+    case WriteStop::WriteFailed:
+        return text.arg(QStringLiteral("a file could not be written"));
+    case WriteStop::DiskNearlyFull:
+        return text.arg(QStringLiteral("the disk is nearly full"));
+    case WriteStop::None:
+        break;
+    }
+    return QString();
+}
+
 } // namespace
 
 CloudCache::CloudCache(CloudClient &client)
@@ -42,9 +74,7 @@ QString CloudCache::AppDataDir()
 // one run to the next and across accounts.
 QString CloudCache::ExperimentDir(int code)
 {
-    const QString dir = AppDataDir() + QLatin1String("/Cloud/") + QString::number(code);
-    QDir().mkpath(dir);
-    return dir;
+    return OwnerOnlyDir(OwnerOnlyDir(AppDataDir() + QLatin1String("/Cloud")) + QLatin1Char('/') + QString::number(code));
 }
 
 QString CloudCache::ArchivePath(int code)
@@ -55,6 +85,14 @@ QString CloudCache::ArchivePath(int code)
 QString CloudCache::DataDir(int code)
 {
     return ExperimentDir(code) + QLatin1String("/data/");
+}
+
+// Made if need be, and set to its owner alone whatever the umask made it.
+QString CloudCache::OwnerOnlyDir(const QString &path)
+{
+    QDir().mkpath(path);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
 }
 
 QStringList CloudCache::DataFiles(int code)
@@ -68,27 +106,36 @@ QStringList CloudCache::DataFiles(int code)
 
 // Each line of rt_info stands for one participant's data file; only the
 // newlines are counted, so a last line without one does not count, and an
-// empty, absent or failed file counts 0.
-void CloudCache::UpdateParticipants(int code, CloudExperiment &experiment)
+// empty or absent file counts 0. So does a failed download, whatever part
+// of the file came before it failed.
+QString CloudCache::UpdateParticipants(int code, CloudExperiment &experiment)
 {
     const QString path = ExperimentDir(code) + QLatin1String("/rt_info");
-    client.DownloadRtInfo(code, path);
+    const WriteStop stop = client.DownloadRtInfo(code, path);
     QFile file(path);
-    experiment.participants = file.open(QIODevice::ReadOnly) ? CountNewlines(file) : 0;
+    experiment.participants = !client.LastCallFailed() && file.open(QIODevice::ReadOnly) ? CountNewlines(file) : 0;
+    // Too large a file is a failed call, told of by the count alone.
+    return stop == WriteStop::TooLarge ? QString() : DownloadNotice(stop);
 }
 
 // The entry count of data/ is the cache's only state: when it equals the
 // participants the files there are used, whatever they are. Otherwise the
-// archive is fetched and unpacked over them; nothing is deleted, and a
-// failure shows only in what there is to open.
-void CloudCache::RefreshExperimentData(int code, int participants)
+// archive is fetched and unpacked over them; nothing is deleted. Only a
+// limit that stopped the work is told; any other failure shows only in
+// what there is to open. An archive whose download stopped is gone, so
+// there is nothing to unpack.
+QString CloudCache::RefreshExperimentData(int code, int participants)
 {
     const QString archive = ArchivePath(code);
     const QString dataPath = DataDir(code);
     const QDir data(dataPath, QString(), QDir::Name | QDir::IgnoreCase, QDir::AllEntries | QDir::NoDotAndDotDot);
-    QDir().mkpath(dataPath);
+    OwnerOnlyDir(dataPath);
     if (participants == int(data.count()))
-        return;
-    client.DownloadResult(code, archive);
-    UnzipArchive(archive.toStdString().c_str(), dataPath.toStdString().c_str());
+        return QString();
+    const WriteStop downloadStop = client.DownloadResult(code, archive);
+    if (downloadStop != WriteStop::None)
+        return DownloadNotice(downloadStop);
+    WriteStop unpackStop = WriteStop::None;
+    UnzipArchive(archive.toStdString().c_str(), dataPath.toStdString().c_str(), client.Limits(), &unpackStop);
+    return UnpackNotice(unpackStop);
 }

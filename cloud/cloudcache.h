@@ -9,8 +9,10 @@ class CloudClient;
 
 // The local cache of the cloud's downloads, one directory per experiment
 // code in the program's data location: the participants file rt_info, the
-// result archive data.zip and its files unpacked flat into data/. It
-// fetches through the main window's client; the panel's slots decide when.
+// result archive data.zip and its files unpacked flat into data/, all for
+// their owner's eyes alone. It fetches through the main window's client
+// within the client's limits; the panel's slots decide when, and show
+// what a limit that stopped the work leaves to tell.
 class CloudCache
 {
 public:
@@ -25,13 +27,17 @@ public:
     static QStringList DataFiles(int code);
 
     // Fetches rt_info again and counts the experiment's participants in it.
-    void UpdateParticipants(int code, CloudExperiment &experiment);
+    // Returns what the user is to be told of a limit that stopped the
+    // download, or nothing.
+    QString UpdateParticipants(int code, CloudExperiment &experiment);
     // Fetches and unpacks the archive unless data/ holds as many entries
-    // as there are participants.
-    void RefreshExperimentData(int code, int participants);
+    // as there are participants. Returns what the user is to be told of a
+    // limit that stopped the download or the unpacking, or nothing.
+    QString RefreshExperimentData(int code, int participants);
 
 private:
     static QString DataDir(int code);
+    static QString OwnerOnlyDir(const QString &path);
 
     CloudClient &client;
 };

@@ -4,6 +4,7 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -42,6 +43,15 @@ quint64 Count(const QJsonObject &object, const char *key)
     return quint64(value);
 }
 
+// The token goes into a header line of every later request, where a line
+// break or another control character would add lines of the service's
+// choosing, and a space would end the token.
+bool FitsInHeader(const QString &token)
+{
+    return std::none_of(token.begin(), token.end(),
+                        [](QChar c) { return c.category() == QChar::Other_Control || c.isSpace(); });
+}
+
 CloudExperiment ReadExperiment(const QJsonObject &entry)
 {
     CloudExperiment experiment;
@@ -56,15 +66,17 @@ CloudExperiment ReadExperiment(const QJsonObject &entry)
 } // namespace
 
 // The token of an earlier sign-in still goes out with this request, and a
-// failed sign-in clears it.
+// failed sign-in clears it. A token that could not stand in a header line
+// as it is fails the sign-in.
 bool CloudClient::Login(const char *email, const char *password)
 {
     const QVector<RequestParam> params{{"email", email, false}, {"password", password, false}};
     const QJsonObject reply = RestCall("user/v1/login", params, HttpMethod::Post, nullptr);
-    const bool success = Succeeded(reply);
+    const QString token = Text(Data(reply), "access_token");
+    const bool success = Succeeded(reply) && FitsInHeader(token);
     QByteArray header;
     if (success)
-        header = "Authorization: Bearer " + Text(Data(reply), "access_token").toUtf8();
+        header = "Authorization: Bearer " + token.toUtf8();
     authHeader = header;
     return success;
 }
@@ -105,12 +117,12 @@ bool CloudClient::GetExperiments()
     return true;
 }
 
-void CloudClient::DownloadRtInfo(int code, const QString &filename)
+WriteStop CloudClient::DownloadRtInfo(int code, const QString &filename)
 {
-    DownloadFile("user/v1/download-rtinfo-file", code, filename.toStdString().c_str());
+    return DownloadFile("user/v1/download-rtinfo-file", code, filename.toStdString().c_str(), TransferKind::Reply);
 }
 
-void CloudClient::DownloadResult(int code, const QString &filename)
+WriteStop CloudClient::DownloadResult(int code, const QString &filename)
 {
-    DownloadFile("user/v1/download-result", code, filename.toStdString().c_str());
+    return DownloadFile("user/v1/download-result", code, filename.toStdString().c_str(), TransferKind::Archive);
 }

@@ -5,6 +5,7 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
+#include "informationbox.h"
 
 #include <QDate>
 #include <QDir>
@@ -24,6 +25,15 @@ void ShowMessage(QWidget *parent, const char *text)
 {
     QMessageBox box(QMessageBox::NoIcon, QString(), QString::fromLatin1(text), QMessageBox::Ok, parent);
     box.exec();
+}
+
+// What the cache tells of a limit that stopped its work, each text once.
+void ShowCacheNotices(QStringList notices)
+{
+    notices.removeAll(QString());
+    notices.removeDuplicates();
+    for (const QString &notice : notices)
+        ShowInformationBox(QStringLiteral("Zephlane"), notice);
 }
 
 } // namespace
@@ -60,10 +70,12 @@ void MainWindow::ShowCloudAccount(QSettings &credentials, const QString &email, 
     ui->stack_xpt_info->setCurrentIndex(1);
     cloudClient.GetExperiments();
     cloudExperiments = cloudClient.Experiments();
+    QStringList notices;
     for (CloudExperiment &experiment : *cloudExperiments) {
-        cloudCache.UpdateParticipants(experiment.code, experiment);
+        notices.append(cloudCache.UpdateParticipants(experiment.code, experiment));
         ui->list_of_cloud_experiments->addItem(experiment.name);
     }
+    ShowCacheNotices(notices);
     ui->stack_xpt_info->setCurrentIndex(cloudExperiments->isEmpty() ? 4 : 0);
     ui->list_of_cloud_experiments->setCurrentRow(ui->list_of_cloud_experiments->count() - 1);
     ui->label_current_user->setText(cloudProfile.email);
@@ -137,7 +149,7 @@ void MainWindow::OpenCloudFiles()
         return;
     }
     ui->stack_cloud->setCurrentIndex(1);
-    cloudCache.RefreshExperimentData(experiment->code, experiment->participants);
+    ShowCacheNotices({cloudCache.RefreshExperimentData(experiment->code, experiment->participants)});
     OpenFiles(CloudCache::DataFiles(experiment->code));
     cloudFilesShown = true;
 }
@@ -242,7 +254,7 @@ void MainWindow::OnRefreshCloudParticipants()
     QCoreApplication::processEvents();
     // A sign-in started meanwhile may have replaced the list.
     if (CloudExperiment *experiment = ExperimentAt(row)) {
-        cloudCache.UpdateParticipants(experiment->code, *experiment);
+        ShowCacheNotices({cloudCache.UpdateParticipants(experiment->code, *experiment)});
         UpdateCloudParticipantsInfo(row);
     }
     ui->stack_xpt_info->setCurrentIndex(0);

@@ -37,8 +37,10 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    // The cloud service's address is the compiled-in one; tests give their own.
-    explicit MainWindow(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL);
+    // The cloud service's address and limits are the compiled-in ones;
+    // tests give their own.
+    explicit MainWindow(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL,
+                        const CloudLimits &cloudLimits = CloudLimits());
     ~MainWindow() override;
 
 public slots:
