@@ -41,6 +41,12 @@ QByteArray Padded(const QByteArray &path, int size)
     return start + QByteArray(size - start.size() - 2, 'x') + "\"}";
 }
 
+QString StopName(WriteStop stop)
+{
+    static const char *const names[] = {"none", "too large", "disk nearly full", "write failed"};
+    return names[int(stop)];
+}
+
 // What the client made of a call to `path` (JSON or the participants
 // count, or how a download stopped), whether it failed, then what the
 // server saw of each streamed reply. A client that was to leave at a time
@@ -49,7 +55,6 @@ QByteArray Padded(const QByteArray &path, int size)
 QStringList Outcome(CloudClient &client, LoopbackServer &server, const QByteArray &path, const QString &target,
                     bool timed = false)
 {
-    static const char *const stops[] = {"none", "too large", "disk nearly full", "write failed"};
     QStringList seen;
     CloudProfile profile;
     CloudExperiment experiment;
@@ -58,17 +63,19 @@ QStringList Outcome(CloudClient &client, LoopbackServer &server, const QByteArra
     else if (path == kProfile)
         seen << (client.GetProfile(profile) ? "true" : "false");
     else if (path == kRtInfo && target.isEmpty())
-        seen << CloudCache(client).UpdateParticipants(7, experiment);
+        seen << CloudCache(client).UpdateParticipants(7, experiment) << QString::number(experiment.participants);
     else
-        seen << stops[int(path == kResult ? client.DownloadResult(7, target) : client.DownloadRtInfo(7, target))];
-    if (path == kRtInfo && target.isEmpty())
-        seen.last() = (seen.last() + ' ' + QString::number(experiment.participants)).trimmed();
+        seen << StopName(path == kResult ? client.DownloadResult(7, target) : client.DownloadRtInfo(7, target));
     seen << (client.LastCallFailed() ? "failed" : "ok");
-    for (const int hangUp : server.TakeHangUps())
-        seen << (hangUp < 0                                     ? "took it all"
-                 : !timed                                       ? "hung up"
-                 : hangUp >= 500 && hangUp < 10000 ? "hung up in time"
-                                                   : QString("hung up after %1 ms").arg(hangUp));
+    for (const int hangUp : server.TakeHangUps()) {
+        if (hangUp < 0)
+            seen << "took it all";
+        else if (!timed)
+            seen << "hung up";
+        else
+            seen << (hangUp >= 500 && hangUp < 10000 ? QString("hung up in time") : QString("hung up after %1 ms").arg(hangUp));
+    }
+    seen.removeAll(QString());
     return seen;
 }
 
@@ -346,8 +353,7 @@ private slots:
         WriteStop stop = WriteStop::None;
         const bool unpacked = UnzipArchive(QFile::encodeName(files.Write(archive)).constData(),
                                            QFile::encodeName(data.path() + '/').constData(), limits, &stop);
-        static const char *const stops[] = {"none", "too large", "disk nearly full", "write failed"};
-        QStringList seen{stops[int(stop)]};
+        QStringList seen{StopName(stop)};
         for (const QFileInfo &file : data.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System, QDir::Name))
             seen << file.fileName() + '=' + QString::number(file.size());
         QTEST(seen.join(' '), "read");
