@@ -82,19 +82,6 @@ QString CloudCache::ArchivePath(int code)
     return ExperimentDir(code) + QLatin1String("/data.zip");
 }
 
-QString CloudCache::DataDir(int code)
-{
-    return ExperimentDir(code) + QLatin1String("/data/");
-}
-
-// Made if need be, and set to its owner alone whatever the umask made it.
-QString CloudCache::OwnerOnlyDir(const QString &path)
-{
-    QDir().mkpath(path);
-    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return path;
-}
-
 QStringList CloudCache::DataFiles(int code)
 {
     const QDir data(DataDir(code));
@@ -120,9 +107,9 @@ QString CloudCache::UpdateParticipants(int code, CloudExperiment &experiment)
 
 // The entry count of data/ is the cache's only state: when it equals the
 // participants the files there are used, whatever they are. Otherwise the
-// archive is fetched and unpacked over them; nothing is deleted. Only a
-// limit that stopped the work is told; any other failure shows only in
-// what there is to open. An archive whose download stopped is gone, so
+// archive is fetched and unpacked over them, and none of them is deleted.
+// Only a limit that stopped the work is told; any other failure shows only
+// in what there is to open. An archive whose download stopped is gone, so
 // there is nothing to unpack.
 QString CloudCache::RefreshExperimentData(int code, int participants)
 {
@@ -138,4 +125,17 @@ QString CloudCache::RefreshExperimentData(int code, int participants)
     WriteStop unpackStop = WriteStop::None;
     UnzipArchive(archive.toStdString().c_str(), dataPath.toStdString().c_str(), client.Limits(), &unpackStop);
     return UnpackNotice(unpackStop);
+}
+
+QString CloudCache::DataDir(int code)
+{
+    return ExperimentDir(code) + QLatin1String("/data/");
+}
+
+// Made if need be, and set to its owner alone whatever the umask made it.
+QString CloudCache::OwnerOnlyDir(const QString &path)
+{
+    QDir().mkpath(path);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
 }
