@@ -1,13 +1,10 @@
-// CloudClient's calls to the service and its local cache: what each call
-// sends and reads, and where an experiment's downloads are kept.
+// CloudClient's calls to the service: what each call sends and reads.
 
 #include "cloudclient.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonArray>
-#include <QStandardPaths>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -46,6 +43,15 @@ quint64 Count(const QJsonObject &object, const char *key)
     return quint64(value);
 }
 
+// The token goes into a header line of every later request, where a line
+// break or another control character would add lines of the service's
+// choosing, and a space would end the token.
+bool FitsInHeader(const QString &token)
+{
+    return std::none_of(token.begin(), token.end(),
+                        [](QChar c) { return c.category() == QChar::Other_Control || c.isSpace(); });
+}
+
 CloudExperiment ReadExperiment(const QJsonObject &entry)
 {
     CloudExperiment experiment;
@@ -57,31 +63,20 @@ CloudExperiment ReadExperiment(const QJsonObject &entry)
     return experiment;
 }
 
-int CountNewlines(QFile &file)
-{
-    const qint64 chunkSize = 64 * 1024;
-    qint64 count = 0;
-    while (!file.atEnd()) {
-        const QByteArray chunk = file.read(chunkSize);
-        if (chunk.isEmpty())
-            break;
-        count += chunk.count('\n');
-    }
-    return int(qMin<qint64>(count, std::numeric_limits<int>::max()));
-}
-
 } // namespace
 
 // The token of an earlier sign-in still goes out with this request, and a
-// failed sign-in clears it.
+// failed sign-in clears it. A token that could not stand in a header line
+// as it is fails the sign-in.
 bool CloudClient::Login(const char *email, const char *password)
 {
     const QVector<RequestParam> params{{"email", email, false}, {"password", password, false}};
     const QJsonObject reply = RestCall("user/v1/login", params, HttpMethod::Post, nullptr);
-    const bool success = Succeeded(reply);
+    const QString token = Text(Data(reply), "access_token");
+    const bool success = Succeeded(reply) && FitsInHeader(token);
     QByteArray header;
     if (success)
-        header = "Authorization: Bearer " + Text(Data(reply), "access_token").toUtf8();
+        header = "Authorization: Bearer " + token.toUtf8();
     authHeader = header;
     return success;
 }
@@ -122,40 +117,12 @@ bool CloudClient::GetExperiments()
     return true;
 }
 
-QString CloudClient::AppDataDir()
+WriteStop CloudClient::DownloadRtInfo(int code, const QString &filename)
 {
-    const QString dir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(dir);
-    return dir;
+    return DownloadFile("user/v1/download-rtinfo-file", code, filename.toStdString().c_str(), TransferKind::Reply);
 }
 
-// The code alone names the directory, so an experiment keeps its cache from
-// one run to the next and across accounts.
-QString CloudClient::ExperimentDir(int code)
+WriteStop CloudClient::DownloadResult(int code, const QString &filename)
 {
-    const QString dir = AppDataDir() + QLatin1String("/Cloud/") + QString::number(code);
-    QDir().mkpath(dir);
-    return dir;
-}
-
-void CloudClient::DownloadRtInfo(int code)
-{
-    const std::string path = (ExperimentDir(code) + QLatin1String("/rt_info")).toStdString();
-    DownloadFile("user/v1/download-rtinfo-file", code, path.c_str());
-}
-
-void CloudClient::DownloadResult(int code)
-{
-    const std::string path = (ExperimentDir(code) + QLatin1String("/data.zip")).toStdString();
-    DownloadFile("user/v1/download-result", code, path.c_str());
-}
-
-// Each line of rt_info stands for one participant's data file; only the
-// newlines are counted, so a last line without one does not count, and an
-// empty, absent or failed file counts 0.
-void CloudClient::UpdateParticipants(int code, CloudExperiment &experiment)
-{
-    DownloadRtInfo(code);
-    QFile file(ExperimentDir(code) + QLatin1String("/rt_info"));
-    experiment.participants = file.open(QIODevice::ReadOnly) ? CountNewlines(file) : 0;
+    return DownloadFile("user/v1/download-result", code, filename.toStdString().c_str(), TransferKind::Archive);
 }

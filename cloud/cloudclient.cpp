@@ -6,6 +6,8 @@
 
 #include <QJsonDocument>
 
+#include <curl/curl.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -15,28 +17,31 @@ namespace {
 
 const char *const kApplicationKey = "q7Rk2VnX9bLm4TzWc8YdF3hJs6PaGe1UoNi5Kx0MvBtQrZyHwEjDlSfAgCu7Ip2n";
 
-// A service that cannot be reached, or that stops sending, ends the call as
-// any other transfer failure does instead of holding the window for ever.
+// A service that cannot be reached ends the call as any other transfer
+// failure does instead of holding the window for ever.
 const long kConnectTimeoutSeconds = 30;
-const long kStalledSeconds = 60;
 
-// The reply of a REST call. The byte after the last one held is always NUL,
-// so that an empty reply reads as an empty string.
+// The reply of a REST call, up to its largest size. The byte after the last
+// one held is always NUL, so that an empty reply reads as an empty string.
 struct ResponseBuffer
 {
-    ResponseBuffer() : data(static_cast<char *>(std::calloc(1, 1))) {}
+    explicit ResponseBuffer(qint64 limit) : data(static_cast<char *>(std::calloc(1, 1))), limit(quint64(limit)) {}
     ~ResponseBuffer() { std::free(data); }
     ResponseBuffer(const ResponseBuffer &) = delete;
     ResponseBuffer &operator=(const ResponseBuffer &) = delete;
 
     char *data;
     quint64 size = 0;
+    const quint64 limit;
 };
 
+// A reply that would grow past its limit fails the transfer.
 size_t WriteToMemory(void *contents, size_t size, size_t count, void *userData)
 {
     const size_t length = size * count;
     auto *buffer = static_cast<ResponseBuffer *>(userData);
+    if (length > buffer->limit - buffer->size)
+        return 0;
     auto *grown = static_cast<char *>(std::realloc(buffer->data, buffer->size + length + 1));
     if (grown == nullptr) {
         std::printf("not enough memory (realloc returned NULL)\n");
@@ -59,11 +64,23 @@ int UpdateProgress(void *userData, curl_off_t dltotal, curl_off_t dlnow, curl_of
     return state->cancel ? 1 : 0;
 }
 
-// A file that could not be opened takes nothing, which fails the transfer.
+// A downloaded file and why its writing stopped, if it did.
+struct DownloadTarget
+{
+    CacheFile file;
+    WriteStop stop = WriteStop::None;
+};
+
+// A file that could not be opened takes nothing, which fails the transfer,
+// and so does a stop.
 size_t WriteToFile(char *contents, size_t size, size_t count, void *userData)
 {
-    auto *file = static_cast<FILE *>(userData);
-    return file ? std::fwrite(contents, size, count, file) : 0;
+    const size_t length = size * count;
+    auto *target = static_cast<DownloadTarget *>(userData);
+    if (!target->file.IsOpen())
+        return 0;
+    target->stop = target->file.Write(contents, qint64(length));
+    return target->stop == WriteStop::None ? length : 0;
 }
 
 // The fields are joined as they are, without escaping: a quotation mark in
@@ -100,19 +117,48 @@ void SetMethod(CURL *handle, HttpMethod method)
     }
 }
 
-void SetTimeLimits(CURL *handle)
+// The CSRF line goes out with an empty value on both lists; the download
+// list has no content type.
+curl_slist *HeaderList(const QByteArray &authHeader, bool withContentType)
+{
+    curl_slist *headers = curl_slist_append(nullptr, "accept: application/json");
+    headers = curl_slist_append(headers, (QByteArray("X-Authorization: ") + kApplicationKey).constData());
+    if (!authHeader.isEmpty())
+        headers = curl_slist_append(headers, authHeader.constData());
+    if (withContentType)
+        headers = curl_slist_append(headers, "Content-Type: application/json");
+    return curl_slist_append(headers, "X-CSRF-TOKEN: ");
+}
+
+qint64 ByteLimit(const CloudLimits &limits, TransferKind kind)
+{
+    return kind == TransferKind::Reply ? limits.replyBytes : limits.downloadBytes;
+}
+
+// A size announced beyond the limit fails the transfer before any of it
+// is taken; one not announced is held to it by the write functions as it
+// comes. A reply ends within its time in all, however it trickles; an
+// archive may take long as long as it keeps coming at a useful speed.
+CURLcode Perform(CURL *handle, const CloudLimits &limits, TransferKind kind)
 {
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, kConnectTimeoutSeconds);
-    curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, kStalledSeconds);
+    curl_easy_setopt(handle, CURLOPT_MAXFILESIZE_LARGE, curl_off_t(ByteLimit(limits, kind)));
+    if (kind == TransferKind::Reply) {
+        curl_easy_setopt(handle, CURLOPT_TIMEOUT, limits.callSeconds);
+    } else {
+        curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, limits.slowBytesPerSecond);
+        curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, limits.slowSeconds);
+    }
+    return curl_easy_perform(handle);
 }
 
 } // namespace
 
 // The seed is drawn on by nothing in the program; seeding is part of making
 // a client all the same.
-CloudClient::CloudClient(const QByteArray &baseUrl)
+CloudClient::CloudClient(const QByteArray &baseUrl, const CloudLimits &limits)
     : baseUrl(baseUrl)
+    , limits(limits)
 {
     const auto ticks = std::chrono::system_clock::now().time_since_epoch() / std::chrono::nanoseconds(100);
     std::srand(unsigned(ticks / 10000000));
@@ -125,19 +171,20 @@ CloudClient::~CloudClient()
 }
 
 // The HTTP status is not read: an error page is a reply like any other, and
-// what is not a JSON object comes back as an empty object.
+// what is not a JSON object comes back as an empty object, as does a reply
+// stopped by its limits.
 QJsonObject CloudClient::RestCall(const char *path, const QVector<RequestParam> &params, HttpMethod method,
                                   ProgressState *progress)
 {
     lastCallFailed = false;
     lastError.clear();
-    ResponseBuffer buffer;
+    ResponseBuffer buffer(limits.replyBytes);
     const QByteArray url = baseUrl + path;
     CURL *handle = curl_easy_init();
     if (handle != nullptr) {
         const QByteArray body = RequestBody(params);
         SetMethod(handle, method);
-        curl_slist *headers = HeaderList(true);
+        curl_slist *headers = HeaderList(authHeader, true);
         curl_easy_setopt(handle, CURLOPT_URL, url.constData());
         curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, WriteToMemory);
         curl_easy_setopt(handle, CURLOPT_WRITEDATA, &buffer);
@@ -153,7 +200,7 @@ QJsonObject CloudClient::RestCall(const char *path, const QVector<RequestParam> 
             curl_easy_setopt(handle, CURLOPT_XFERINFODATA, progress);
             curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, UpdateProgress);
         }
-        Perform(handle);
+        Finish(Perform(handle, limits, TransferKind::Reply));
         curl_slist_free_all(headers);
         curl_easy_cleanup(handle);
     }
@@ -162,51 +209,40 @@ QJsonObject CloudClient::RestCall(const char *path, const QVector<RequestParam> 
 
 // The file is emptied before anything arrives, so after a failure it is
 // empty or holds what came before the failure; an error page becomes its
-// content.
-void CloudClient::DownloadFile(const char *path, int id, const char *filename)
+// content. A file whose writing stopped is deleted.
+WriteStop CloudClient::DownloadFile(const char *path, int id, const char *filename, TransferKind kind)
 {
     lastCallFailed = false;
     lastError.clear();
     const QByteArray url = baseUrl + path + '/' + QByteArray::number(id);
     CURL *handle = curl_easy_init();
     if (handle == nullptr)
-        return;
+        return WriteStop::None;
     // Made for the transfer and freed after it; nothing is attached to it.
     curl_mime *mime = curl_mime_init(handle);
-    FILE *file = std::fopen(filename, "wb");
-    curl_slist *headers = HeaderList(false);
+    DownloadTarget target{CacheFile(filename, ByteLimit(limits, kind), limits.freeSpaceReserve)};
+    curl_slist *headers = HeaderList(authHeader, false);
     curl_easy_setopt(handle, CURLOPT_HTTPGET, 1L);
     curl_easy_setopt(handle, CURLOPT_URL, url.constData());
     curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, WriteToFile);
-    curl_easy_setopt(handle, CURLOPT_WRITEDATA, file);
+    curl_easy_setopt(handle, CURLOPT_WRITEDATA, &target);
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers);
-    Perform(handle);
+    const CURLcode result = Perform(handle, limits, kind);
+    Finish(result);
     curl_easy_cleanup(handle);
     curl_mime_free(mime);
-    if (file != nullptr)
-        std::fclose(file);
     curl_slist_free_all(headers);
+    if (result == CURLE_FILESIZE_EXCEEDED)
+        target.stop = WriteStop::TooLarge;
+    if (target.stop != WriteStop::None)
+        target.file.Remove();
+    return target.stop;
 }
 
-// The CSRF line goes out with an empty value on both lists; the download
-// list has no content type.
-curl_slist *CloudClient::HeaderList(bool withContentType) const
+void CloudClient::Finish(int result)
 {
-    curl_slist *headers = curl_slist_append(nullptr, "accept: application/json");
-    headers = curl_slist_append(headers, (QByteArray("X-Authorization: ") + kApplicationKey).constData());
-    if (!authHeader.isEmpty())
-        headers = curl_slist_append(headers, authHeader.constData());
-    if (withContentType)
-        headers = curl_slist_append(headers, "Content-Type: application/json");
-    return curl_slist_append(headers, "X-CSRF-TOKEN: ");
-}
-
-void CloudClient::Perform(CURL *handle)
-{
-    SetTimeLimits(handle);
-    const CURLcode result = curl_easy_perform(handle);
     if (result != CURLE_OK) {
         lastCallFailed = true;
-        lastError = curl_easy_strerror(result);
+        lastError = curl_easy_strerror(CURLcode(result));
     }
 }

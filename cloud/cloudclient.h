@@ -1,6 +1,8 @@
 #pragma once
 
+#include "cachefile.h"
 #include "cloudexperiment.h"
+#include "cloudlimits.h"
 #include "cloudprofile.h"
 #include "progressstate.h"
 #include "requestparam.h"
@@ -10,27 +12,35 @@
 #include <QString>
 #include <QVector>
 
-#include <curl/curl.h>
-
 enum class HttpMethod { Post = 0, Get = 1, Put = 2, Patch = 3, Delete = 4 };
 
+// A reply, of a JSON call or the participants file, is held to a size and
+// to a time in all; a result archive may be large and take long, as long
+// as it keeps coming.
+enum class TransferKind { Reply, Archive };
+
 // The client of the Kelmarun Cloud REST service, held by value in the main
-// window: one synchronous libcurl transfer per call, the service's calls
-// built on it, and the local cache of each experiment's downloads.
+// window: one synchronous libcurl transfer per call and the service's calls
+// built on it, each within the limits. Where the downloads go is the
+// cache's affair (CloudCache).
 class CloudClient
 {
 public:
-    // Tests point a client at a service of their own; the program uses the
-    // compiled-in address.
-    explicit CloudClient(const QByteArray &baseUrl = ZEPHLANE_CLOUD_BASE_URL);
+    // Tests point a client at a service of their own and may shorten its
+    // limits; the program uses the compiled-in address and the limits as
+    // they stand.
+    explicit CloudClient(const QByteArray &baseUrl = ZEPHLANE_CLOUD_BASE_URL, const CloudLimits &limits = CloudLimits());
     ~CloudClient();
     CloudClient(const CloudClient &) = delete;
     CloudClient &operator=(const CloudClient &) = delete;
 
-    // Transport.
+    const CloudLimits &Limits() const { return limits; }
+
+    // Transport. A download stopped by a limit fails, leaves no file and
+    // says which limit stopped it.
     QJsonObject RestCall(const char *path, const QVector<RequestParam> &params, HttpMethod method,
                          ProgressState *progress);
-    void DownloadFile(const char *path, int id, const char *filename);
+    WriteStop DownloadFile(const char *path, int id, const char *filename, TransferKind kind);
     bool LastCallFailed() const { return lastCallFailed; }
     QByteArray LastError() const { return lastError; }
 
@@ -39,19 +49,16 @@ public:
     bool GetProfile(CloudProfile &profile);
     bool GetExperiments();
     QVector<CloudExperiment> *Experiments() { return &experiments; }
-
-    // The local cache.
-    static QString AppDataDir();
-    static QString ExperimentDir(int code);
-    void DownloadRtInfo(int code);
-    void DownloadResult(int code);
-    void UpdateParticipants(int code, CloudExperiment &experiment);
+    // The two files of an experiment, into the given local paths.
+    WriteStop DownloadRtInfo(int code, const QString &filename);
+    WriteStop DownloadResult(int code, const QString &filename);
 
 private:
-    curl_slist *HeaderList(bool withContentType) const;
-    void Perform(CURL *handle);
+    // Takes the outcome of a transfer, a libcurl result code.
+    void Finish(int result);
 
     const QByteArray baseUrl;
+    const CloudLimits limits;
     bool lastCallFailed = false;
     QByteArray lastError;
     // A whole header line with the token of the last good sign-in, or empty.

@@ -4,10 +4,10 @@
 #include <QList>
 
 #include <cstdio>
-#include <fstream>
 #include <memory>
 #include <string>
 
+#include <sys/stat.h>
 #include <unzip.h>
 
 namespace {
@@ -33,15 +33,36 @@ bool LeavesDestination(const QByteArray &name)
     return name.startsWith('/') || name.split('/').contains("..");
 }
 
-// A file that cannot be made, for want of its directory for example, is
-// passed over in silence; the entry is still read to its end.
-bool CopyEntry(unzFile archive, const std::string &target)
+qint64 FileSize(const char *path)
 {
-    std::ofstream out(target, std::ios::binary | std::ios::trunc);
+    struct stat status;
+    return stat(path, &status) == 0 ? qint64(status.st_size) : 0;
+}
+
+// What the entries still to come may give together, and the free space
+// they must leave on the disk.
+struct Budget
+{
+    qint64 left;
+    qint64 reserve;
+};
+
+// A file that cannot be made, for want of its directory for example, is
+// passed over in silence; the entry is still read to its end, and what it
+// gives counts all the same. False when the entry cannot be read.
+bool CopyEntry(unzFile archive, const std::string &target, Budget &budget, WriteStop *stop)
+{
+    CacheFile out(target, budget.left, budget.reserve);
     char chunk[kChunkSize];
     int read = 0;
-    while ((read = unzReadCurrentFile(archive, chunk, kChunkSize)) > 0)
-        out.write(chunk, read);
+    while ((read = unzReadCurrentFile(archive, chunk, kChunkSize)) > 0) {
+        *stop = out.Write(chunk, read);
+        if (*stop != WriteStop::None) {
+            out.Remove();
+            return true;
+        }
+        budget.left -= read;
+    }
     return read == 0;
 }
 
@@ -49,13 +70,15 @@ bool CopyEntry(unzFile archive, const std::string &target)
 
 // The loop ends when moving past an entry fails, which is the normal end of
 // the archive, also when the last entry is a directory.
-bool UnzipArchive(const char *archivePath, const char *destination)
+bool UnzipArchive(const char *archivePath, const char *destination, const CloudLimits &limits, WriteStop *stop)
 {
+    *stop = WriteStop::None;
     const Archive archive(unzOpen64(archivePath));
     if (!archive) {
         std::printf("Could not open %s for unzipping\n", "test.zip");
         return false;
     }
+    Budget budget{FileSize(archivePath) * limits.unpackRatio, limits.freeSpaceReserve};
     for (;;) {
         unz_file_info64 info;
         char buffer[kNameBufferSize] = {};
@@ -66,9 +89,9 @@ bool UnzipArchive(const char *archivePath, const char *destination)
         if (!IsDirectory(info, name) && !LeavesDestination(name)) {
             if (unzOpenCurrentFile(archive.get()) != UNZ_OK)
                 return false;
-            const bool complete = CopyEntry(archive.get(), std::string(destination) + buffer);
+            const bool complete = CopyEntry(archive.get(), std::string(destination) + buffer, budget, stop);
             unzCloseCurrentFile(archive.get());
-            if (!complete)
+            if (!complete || *stop != WriteStop::None)
                 return false;
         }
         if (unzGoToNextFile(archive.get()) != UNZ_OK)

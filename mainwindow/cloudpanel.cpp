@@ -5,7 +5,7 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
-#include "unziparchive.h"
+#include "informationbox.h"
 
 #include <QDate>
 #include <QDir>
@@ -25,6 +25,15 @@ void ShowMessage(QWidget *parent, const char *text)
 {
     QMessageBox box(QMessageBox::NoIcon, QString(), QString::fromLatin1(text), QMessageBox::Ok, parent);
     box.exec();
+}
+
+// What the cache tells of a limit that stopped its work, each text once.
+void ShowCacheNotices(QStringList notices)
+{
+    notices.removeAll(QString());
+    notices.removeDuplicates();
+    for (const QString &notice : notices)
+        ShowInformationBox(QStringLiteral("Zephlane"), notice);
 }
 
 } // namespace
@@ -61,10 +70,12 @@ void MainWindow::ShowCloudAccount(QSettings &credentials, const QString &email, 
     ui->stack_xpt_info->setCurrentIndex(1);
     cloudClient.GetExperiments();
     cloudExperiments = cloudClient.Experiments();
+    QStringList notices;
     for (CloudExperiment &experiment : *cloudExperiments) {
-        cloudClient.UpdateParticipants(experiment.code, experiment);
+        notices.append(cloudCache.UpdateParticipants(experiment.code, experiment));
         ui->list_of_cloud_experiments->addItem(experiment.name);
     }
+    ShowCacheNotices(notices);
     ui->stack_xpt_info->setCurrentIndex(cloudExperiments->isEmpty() ? 4 : 0);
     ui->list_of_cloud_experiments->setCurrentRow(ui->list_of_cloud_experiments->count() - 1);
     ui->label_current_user->setText(cloudProfile.email);
@@ -138,30 +149,9 @@ void MainWindow::OpenCloudFiles()
         return;
     }
     ui->stack_cloud->setCurrentIndex(1);
-    RefreshExperimentData(experiment->code, experiment->participants);
-    const QDir data(CloudClient::ExperimentDir(experiment->code) + QStringLiteral("/data/"));
-    QStringList paths;
-    for (const QString &name : data.entryList(QDir::Files))
-        paths.append(data.absoluteFilePath(name));
-    OpenFiles(paths);
+    ShowCacheNotices({cloudCache.RefreshExperimentData(experiment->code, experiment->participants)});
+    OpenFiles(CloudCache::DataFiles(experiment->code));
     cloudFilesShown = true;
-}
-
-// The entry count of data/ is the cache's only state: when it equals the
-// participants the files there are used, whatever they are. Otherwise the
-// archive is fetched and unpacked over them; nothing is deleted, and a
-// failure shows only in what there is to open.
-void MainWindow::RefreshExperimentData(int code, int participants)
-{
-    const QString directory = CloudClient::ExperimentDir(code);
-    const QString archive = directory + QStringLiteral("/data.zip");
-    const QString dataPath = directory + QStringLiteral("/data/");
-    const QDir data(dataPath, QString(), QDir::Name | QDir::IgnoreCase, QDir::AllEntries | QDir::NoDotAndDotDot);
-    QDir().mkpath(dataPath);
-    if (participants == int(data.count()))
-        return;
-    cloudClient.DownloadResult(code);
-    UnzipArchive(archive.toStdString().c_str(), dataPath.toStdString().c_str());
 }
 
 // The cached archive is copied and nothing is downloaded: an experiment
@@ -181,7 +171,7 @@ void MainWindow::ExportDataZip()
                                                         experiment->name, QStringLiteral("Zip (*.zip)"));
     if (target.isEmpty())
         return;
-    const QString source = CloudClient::ExperimentDir(code) + QStringLiteral("/data.zip");
+    const QString source = CloudCache::ArchivePath(code);
     if (QFile::exists(target))
         QFile::remove(target);
     QFile::copy(source, target);
@@ -264,7 +254,7 @@ void MainWindow::OnRefreshCloudParticipants()
     QCoreApplication::processEvents();
     // A sign-in started meanwhile may have replaced the list.
     if (CloudExperiment *experiment = ExperimentAt(row)) {
-        cloudClient.UpdateParticipants(experiment->code, *experiment);
+        ShowCacheNotices({cloudCache.UpdateParticipants(experiment->code, *experiment)});
         UpdateCloudParticipantsInfo(row);
     }
     ui->stack_xpt_info->setCurrentIndex(0);

@@ -182,12 +182,12 @@ void MainWindow::ChangeFileFocus()
         DisconnectFocusedFile();
     if (combinedActive)
         DropCombinedFile();
-    if (rows.size() == 1) {
+    if (rows.size() == 1)
         currentFile = files[rows.first()].get();
-    } else {
-        BuildCombinedFile(rows);
+    else if (BuildCombinedFile(rows))
         currentFile = files.back().get();
-    }
+    else
+        return;
     ConnectFocusedFile();
     ShowFocusedFile();
     UpdateBottomInfo();
@@ -220,15 +220,27 @@ QVector<int> MainWindow::SelectedFileRows() const
 }
 
 // The name stays only when every selected file comes from one experiment;
-// one difference is enough to show "Different experiments" instead.
-void MainWindow::BuildCombinedFile(const QVector<int> &rows)
+// one difference is enough to show "Different experiments" instead. When
+// memory does not allow the combining, no record is made and the selection
+// is cleared, so that the table shows nothing rather than part of the
+// files; the files themselves stay as they were.
+bool MainWindow::BuildCombinedFile(const QVector<int> &rows)
 {
     FileCombiner combiner;
-    for (const int row : rows)
-        combiner.Add(*files[row]);
+    for (const int row : rows) {
+        if (!combiner.Add(*files[row])) {
+            ReleaseFocusedFile();
+            ResetFileInfo();
+            VisibleFileList()->clearSelection();
+            ShowInformationBox(QStringLiteral("Zephlane"),
+                               QStringLiteral("Not enough memory to show these files together."));
+            return false;
+        }
+    }
     ui->stack_xpt_filename->setCurrentIndex(combiner.SameExperiment() ? 0 : 1);
     files.push_back(combiner.Take());
     combinedActive = true;
+    return true;
 }
 
 void MainWindow::ConnectFocusedFile()

@@ -32,7 +32,7 @@ const int kBlankGridSize = 50;
 
 } // namespace
 
-MainWindow::MainWindow(const QByteArray &cloudBaseUrl)
+MainWindow::MainWindow(const QByteArray &cloudBaseUrl, const CloudLimits &cloudLimits)
     : ui(std::make_unique<Ui::MainWindow>())
     , headerContextMenu(new QMenu(this))
     , rowColorsDialog(new RowColorsDialog(this))
@@ -40,7 +40,8 @@ MainWindow::MainWindow(const QByteArray &cloudBaseUrl)
     , mergeDialog(new MergeDialog(this))
     , aboutDialog(new QDialog(this, Qt::WindowTitleHint | Qt::WindowCloseButtonHint))
     , disabledEffect(new QGraphicsColorizeEffect(this))
-    , cloudClient(cloudBaseUrl)
+    , cloudClient(cloudBaseUrl, cloudLimits)
+    , cloudCache(cloudClient)
 {
     QCoreApplication::setOrganizationName(QString::fromLatin1(kOrganisation));
     QCoreApplication::setApplicationName(QString::fromLatin1(kApplication));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cloudcache.h"
 #include "cloudclient.h"
 
 #include <QMainWindow>
@@ -36,8 +37,10 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    // The cloud service's address is the compiled-in one; tests give their own.
-    explicit MainWindow(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL);
+    // The cloud service's address and limits are the compiled-in ones;
+    // tests give their own.
+    explicit MainWindow(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL,
+                        const CloudLimits &cloudLimits = CloudLimits());
     ~MainWindow() override;
 
 public slots:
@@ -109,7 +112,7 @@ private:
     void ReleaseFocusedFile();
     QListWidget *VisibleFileList() const;
     QVector<int> SelectedFileRows() const;
-    void BuildCombinedFile(const QVector<int> &rows);
+    bool BuildCombinedFile(const QVector<int> &rows);
     void ConnectFocusedFile();
     void DisconnectFocusedFile();
     void ShowFocusedFile();
@@ -135,7 +138,6 @@ private:
     void ShowCloudAccount(QSettings &credentials, const QString &email, const QString &password);
     static void StoreCredentials(QSettings &credentials, const QString &email, const QString &password);
     CloudExperiment *ExperimentAt(int row) const;
-    void RefreshExperimentData(int code, int participants);
     bool EnterCloudTab();
     bool EnterLocalTab();
     void FollowFileList(QListWidget *shown, QListWidget *hidden);
@@ -173,6 +175,7 @@ private:
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     CloudClient cloudClient;
+    CloudCache cloudCache;
     CloudProfile cloudProfile;
     // The client's experiment list, once a sign-in has read it.
     QVector<CloudExperiment> *cloudExperiments = nullptr;

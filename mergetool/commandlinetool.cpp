@@ -115,17 +115,19 @@ bool CommandLineTool::Accepts(const QStringList &paths) const
     return true;
 }
 
-bool CommandLineTool::ReadEach(const QStringList &paths, const std::function<void(DataFile &)> &take) const
+bool CommandLineTool::ReadEach(const QStringList &paths, const std::function<QString(DataFile &)> &take) const
 {
     for (int i = 0; i < paths.size(); ++i) {
         DataFile file(paths[i]);
-        if (file.Failure() != ReadFailure::None) {
+        const QString problem = file.Failure() != ReadFailure::None
+                                    ? QStringLiteral("could not be read whole (%1)").arg(ReadFailureText(file.Failure()))
+                                    : take(file);
+        if (!problem.isEmpty()) {
             if (showProgress && i > 0)
                 Print(stderr, QStringLiteral("\n"));
-            PrintLine(QStringLiteral("%1: could not be read whole (%2)").arg(paths[i], ReadFailureText(file.Failure())));
+            PrintLine(paths[i] + QStringLiteral(": ") + problem);
             return false;
         }
-        take(file);
         if (showProgress)
             ShowProgress(i + 1, paths.size());
     }

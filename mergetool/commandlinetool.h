@@ -43,9 +43,10 @@ protected:
     virtual int Work(const QStringList &paths) = 0;
 
     // Reads the files in order, each handed to `take` and let go before the
-    // next is read. False when a file could not be read whole, which is
-    // named with the reason: its rows would be missing from the output.
-    bool ReadEach(const QStringList &paths, const std::function<void(DataFile &)> &take) const;
+    // next is read; `take` returns why it could not take a file, or nothing.
+    // False when a file could not be read whole or taken, which is named
+    // with the reason: its rows would be missing from the output.
+    bool ReadEach(const QStringList &paths, const std::function<QString(DataFile &)> &take) const;
     // The output opened before any file is read, so that a target that
     // cannot be written ends the run at once; null then, the reason printed.
     std::unique_ptr<ToolOutput> OpenOutput(const QString &name, QIODevice::OpenMode mode) const;

@@ -44,11 +44,17 @@ int MergeTool::Work(const QStringList &paths)
 }
 
 // Each file is read, added and let go before the next, so that only the
-// combined record stays.
+// combined record stays. A file not read whole, or not combined for want
+// of memory, ends the run with nothing written, since a merged file
+// without its rows would pass for data.
 std::unique_ptr<DataFile> MergeTool::CombineFiles(const QStringList &paths) const
 {
     FileCombiner combiner;
-    if (!ReadEach(paths, [&combiner](DataFile &file) { combiner.Add(file); }))
+    const auto add = [&combiner](DataFile &file) {
+        return combiner.Add(file) ? QString()
+                                  : QStringLiteral("could not be combined with the files before it (not enough memory)");
+    };
+    if (!ReadEach(paths, add))
         return nullptr;
     return combiner.Take();
 }

@@ -21,7 +21,8 @@ private:
     void DescribeOptions(QCommandLineParser &parser) const override;
     bool ReadOptions(const QCommandLineParser &parser) override;
     int Work(const QStringList &paths) override;
-    // Null when a file could not be read whole; the reason is printed.
+    // Null when a file could not be read whole or memory did not allow
+    // combining it; the reason is printed.
     std::unique_ptr<DataFile> CombineFiles(const QStringList &paths) const;
     int Write(const DataFile &record, ToolOutput &output) const;
 

@@ -177,6 +177,7 @@ int SummaryTool::Work(const QStringList &paths)
     const bool read = ReadEach(paths, [&](DataFile &file) {
         const MainModel &model = file.GetMainModel();
         participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), names[participants.size()]));
+        return QString();
     });
     if (!read)
         return NotWritten;

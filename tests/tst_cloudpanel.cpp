@@ -166,7 +166,7 @@ private slots:
         driver->Click("btn_export");
         QCOMPARE(ReadAll(target), Archive(experiments[4]));
 
-        WindowDriver::Stroop("Running", 1).Write(CloudClient::ExperimentDir(14) + "/data/Extra.txt");
+        WindowDriver::Stroop("Running", 1).Write(CloudCache::ExperimentDir(14) + "/data/Extra.txt");
         driver->Click("btn_select_xpt");
         QCOMPARE(Requests(), QString("GET download-result/14"));
         QCOMPARE(State(), QString("cloud 1 login 0 warning 0 info 1 options 1 | Extra.txt s1.txt s2.txt s3.txt | "
@@ -179,6 +179,63 @@ private slots:
         QMetaObject::invokeMethod(&driver->Window(), "ExportDataZip");
         ClickExperiment(4, true);
         QCOMPARE(driver->Catcher().Messages().filter("No data"), QStringList({"|No data files to export!", "|No data files to view!"}));
+    }
+
+    void viewingStopsAtALimit_data()
+    {
+        QTest::addColumn<QByteArray>("archive");
+        QTest::addColumn<qint64>("downloadBytes");
+        QTest::addColumn<qint64>("reserve");
+        QTest::addColumn<QString>("fullFile");
+        QTest::addColumn<QString>("shown");
+        const qint64 plenty = qint64(1) << 40;
+        // The download limit shortened to 100 bytes: every archive passes it.
+        QTest::newRow("download over its limit") << QByteArray() << qint64(100) << qint64(0) << QString()
+                                                 << "Zephlane|The download stopped: more than 4 GB. | 0 files";
+        // Forty entries share one compressed data file; those that fit whole
+        // within 200 times the archive's size are opened.
+        const QByteArray content = WindowDriver::Stroop("Running", 2000).Bytes();
+        const QByteArray overlapping = OverlappingZipBytes(content, 40);
+        QTest::newRow("archive that unpacks too far")
+            << overlapping << plenty << qint64(0) << QString()
+            << QString("Zephlane|The experiment's archive was not unpacked whole: it unpacks to more than 200 times its size. | %1 files")
+                   .arg(200 * overlapping.size() / content.size());
+        // s2.txt stands for a file on a full disk.
+        QTest::newRow("a file that cannot be written")
+            << QByteArray() << plenty << qint64(0) << "s2.txt"
+            << "Zephlane|The experiment's archive was not unpacked whole: a file could not be written. | 1 files";
+        // Every participants file stops at sign-in, and is told of once;
+        // no experiment then has data to view.
+        QTest::newRow("disk nearly full") << QByteArray() << plenty << std::numeric_limits<qint64>::max() / 2 << QString()
+                                          << "Zephlane|The download stopped: the disk is nearly full. | 0 files";
+    }
+
+    // A limit that stops a download or the unpacking is told in a box; the
+    // files unpacked before it are opened as usual.
+    void viewingStopsAtALimit()
+    {
+        QFETCH(QByteArray, archive);
+        QFETCH(qint64, downloadBytes);
+        QFETCH(qint64, reserve);
+        QFETCH(QString, fullFile);
+        CloudLimits limits;
+        limits.downloadBytes = downloadBytes;
+        limits.freeSpaceReserve = reserve;
+        driver.reset();
+        driver = std::make_unique<WindowDriver>(server.BaseUrl(), limits);
+        if (!archive.isEmpty())
+            server.Answer("/api/user/v1/download-result/14", archive);
+        const QString data = CloudCache::ExperimentDir(14) + "/data/";
+        if (!fullFile.isEmpty())
+            QVERIFY(QDir().mkpath(data) && QFile::link("/dev/full", data + fullFile));
+        SignIn();
+        driver->Click("btn_select_xpt");
+        const QListWidget *list = driver->Find<QListWidget>("list_cloud_filenames");
+        QStringList listed;
+        for (int row = 0; row < list->count(); ++row)
+            listed << list->item(row)->text();
+        QCOMPARE(listed, QDir(data).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System));
+        QTEST(driver->Catcher().Messages().join(", ") + QString(" | %1 files").arg(listed.size()), "shown");
     }
 
     // A failed sign-in stays on its error page through a change of tab.

@@ -3,6 +3,7 @@
 // combined selections, removing files, and the state in which the record
 // that had the focus is gone.
 
+#include "filecombiner.h"
 #include "filetext.h"
 #include "windowdriver.h"
 
@@ -215,6 +216,35 @@ private slots:
         QCOMPARE(driver->Window().OpenFiles(paths), paths.size() > 1);
         QTEST(Window() + " | " + driver->Catcher().Messages().join(", "), "shown");
         UseEveryCommand();
+    }
+
+    // A selection that memory does not allow combining leaves no combined
+    // record and no selection, so the table shows nothing, and a box says
+    // why. Every file keeps its flags and hidden rows, and the same
+    // selection combines once memory allows.
+    void combiningWithoutMemoryShowsNothing()
+    {
+        driver->AddFiles(Files("a Stroop 2, b Stroop 3, c Flanker 4"));
+        driver->ClickRows({1});
+        WindowDriver::ClickCell(driver->Raw(), 0, 0);
+        WindowDriver::ClickCell(driver->Raw(), 2, 3);
+        driver->Trigger("actionHide_Selected_Rows");
+        const auto rows = [this] { return driver->Column(12).join(' ') + " flagged " + TableContents::FlaggedRows(*driver->Raw()->model()); };
+        FileCombiner::InjectFailure(true);
+        auto restore = qScopeGuard([] { FileCombiner::InjectFailure(false); });
+        driver->Catcher().Clear();
+        driver->ClickRows({0, 1});
+        QCOMPARE(Window() + " | " + driver->Catcher().Messages().join(", "),
+                 "[a.txt] b.txt c.txt | a.txt b.txt c.txt (none)|No files selected | page 1 | 11111 1111111111 0 11 | "
+                 "Zephlane|Not enough memory to show these files together.");
+        QCOMPARE(QSize(driver->Raw()->model()->columnCount(), driver->Raw()->model()->rowCount()), QSize(50, 50));
+        UseEveryCommand();
+        driver->ClickRows({1});
+        QCOMPARE(rows(), "400 401 flagged 0");
+        restore.dismiss();
+        FileCombiner::InjectFailure(false);
+        driver->ClickRows({0, 1});
+        QCOMPARE(driver->FileInfo() + ' ' + rows(), "Stroop|2 files containing 5 rows 400 401 400 401 flagged 2");
     }
 
     void focusFollowsTheSelection_data()

@@ -3,6 +3,7 @@
 // refuses leaves nothing behind.
 
 #include "capturedoutput.h"
+#include "filecombiner.h"
 #include "filetext.h"
 #include "mergedialog.h"
 #include "mergetool.h"
@@ -152,27 +153,35 @@ private slots:
     {
         QTest::addColumn<ReadFailure>("failure");
         QTest::addColumn<bool>("toFile");
-        QTest::addColumn<QByteArray>("reason");
-        QTest::newRow("read error, to a file") << ReadFailure::ReadError << true << QByteArray("read error");
-        QTest::newRow("memory, to a file") << ReadFailure::OutOfMemory << true << QByteArray("not enough memory");
-        QTest::newRow("read error, to standard output") << ReadFailure::ReadError << false << QByteArray("read error");
+        QTest::addColumn<QByteArray>("message");
+        QTest::newRow("read error, to a file") << ReadFailure::ReadError << true << QByteArray("could not be read whole (read error)");
+        QTest::newRow("memory, to a file") << ReadFailure::OutOfMemory << true << QByteArray("could not be read whole (not enough memory)");
+        QTest::newRow("read error, to standard output") << ReadFailure::ReadError << false << QByteArray("could not be read whole (read error)");
+        // Read whole, then memory runs short combining it with the first.
+        QTest::newRow("memory, combining") << ReadFailure::None << true
+                                           << QByteArray("could not be combined with the files before it (not enough memory)");
     }
 
-    // The tool run in-process, so that the reader fails where the test says:
-    // the second of three files. An earlier output stays as it was.
+    // The tool run in-process, so that the reader or the combining fails
+    // where the test says: at the second of three files. An earlier output
+    // stays as it was.
     void fileNotReadWholeWritesNothing()
     {
         QFETCH(ReadFailure, failure);
         QFETCH(bool, toFile);
-        QFETCH(QByteArray, reason);
+        QFETCH(QByteArray, message);
         const QString target = driver.Write("kept.txt", WindowDriver::Stroop("Kept", 1));
         const QByteArray before = ReadAll(target);
         FileText::InjectFailure(paths[1], failure);
-        const auto restore = qScopeGuard([&] { FileText::InjectFailure(paths[1], ReadFailure::None); });
+        FileCombiner::InjectFailure(failure == ReadFailure::None);
+        const auto restore = qScopeGuard([&] {
+            FileText::InjectFailure(paths[1], ReadFailure::None);
+            FileCombiner::InjectFailure(false);
+        });
         const QStringList arguments = QStringList{"zephlane-merge"} + (toFile ? QStringList{"-o", target} : QStringList()) + paths;
         CapturedOutput output;
         QCOMPARE(MergeTool().Run(arguments), int(MergeTool::NotWritten));
-        QCOMPARE(output.Err(), paths[1].toUtf8() + ": could not be read whole (" + reason + ")\n");
+        QCOMPARE(output.Err(), paths[1].toUtf8() + ": " + message + "\n");
         QCOMPARE(output.Out(), QByteArray());
         QCOMPARE(ReadAll(target), before);
     }

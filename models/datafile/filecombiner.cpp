@@ -2,6 +2,14 @@
 
 #include "datafile.h"
 
+#include <new>
+
+namespace {
+
+bool failureInjected = false;
+
+} // namespace
+
 FileCombiner::FileCombiner()
     : combined(std::make_unique<DataFile>())
 {
@@ -9,9 +17,24 @@ FileCombiner::FileCombiner()
 
 FileCombiner::~FileCombiner() = default;
 
+// Every cell of every file is copied, which memory may not allow for large
+// files; a record only partly combined is let go at once.
+bool FileCombiner::Add(const DataFile &file)
+{
+    if (!combined)
+        return false;
+    try {
+        CombineWith(file);
+    } catch (const std::bad_alloc &) {
+        combined.reset();
+        return false;
+    }
+    return true;
+}
+
 // One name that differs is enough to lose the shared name; later equal
 // names do not bring it back.
-void FileCombiner::Add(const DataFile &file)
+void FileCombiner::CombineWith(const DataFile &file)
 {
     if (!started) {
         combined->CopyFrom(file);
@@ -19,6 +42,8 @@ void FileCombiner::Add(const DataFile &file)
         started = true;
         return;
     }
+    if (failureInjected)
+        throw std::bad_alloc();
     if (file.ExperimentName() != reference)
         same = false;
     combined->Combine(file);
@@ -26,7 +51,12 @@ void FileCombiner::Add(const DataFile &file)
 
 std::unique_ptr<DataFile> FileCombiner::Take()
 {
-    if (same)
+    if (combined && same)
         combined->SetExperimentName(reference);
     return std::move(combined);
+}
+
+void FileCombiner::InjectFailure(bool failing)
+{
+    failureInjected = failing;
 }

@@ -16,14 +16,24 @@ public:
     FileCombiner();
     ~FileCombiner();
 
-    void Add(const DataFile &file);
+    // False when memory ran short: the combiner then holds no record and
+    // takes no further file. The file added is never changed.
+    bool Add(const DataFile &file);
     // Whether every file added has the first one's experiment name.
     bool SameExperiment() const { return same; }
     // The combined record, under the shared experiment name when all files
-    // agree. Ends the combiner's work: nothing may be added afterwards.
+    // agree; null after a failed Add. Ends the combiner's work: nothing may
+    // be added afterwards.
     std::unique_ptr<DataFile> Take();
 
+    // Makes every later Add of a further file fail as a shortage of memory
+    // would, until called with false. For tests of what a failed combining
+    // leads to.
+    static void InjectFailure(bool failing);
+
 private:
+    void CombineWith(const DataFile &file);
+
     std::unique_ptr<DataFile> combined;
     QString reference;
     bool started = false;

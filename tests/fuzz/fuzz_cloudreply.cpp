@@ -5,6 +5,7 @@
 // answers (a status, or no reply at all); the rest is the body of every
 // reply. The replies cross a real HTTP connection on the loopback address.
 
+#include "cloudcache.h"
 #include "cloudclient.h"
 #include "fuzzenvironment.h"
 #include "loopbackserver.h"
@@ -25,13 +26,14 @@ void AnswerEverything(LoopbackServer &server, const QByteArray &bytes, const QLi
 
 void FollowExperiments(CloudClient &client, LoopbackServer &server, const QByteArray &bytes)
 {
+    CloudCache cache(client);
     const QVector<CloudExperiment> experiments = *client.Experiments();
     for (int i = 0; i < qMin(kExperimentsFollowed, experiments.size()); ++i) {
         CloudExperiment experiment = experiments[i];
         const QByteArray code = QByteArray::number(experiment.code);
         AnswerEverything(server, bytes, {"download-rtinfo-file/" + code, "download-result/" + code});
-        client.UpdateParticipants(experiment.code, experiment);
-        client.DownloadResult(experiment.code);
+        cache.UpdateParticipants(experiment.code, experiment);
+        client.DownloadResult(experiment.code, CloudCache::ArchivePath(experiment.code));
     }
 }
 
@@ -48,7 +50,7 @@ void Talk(const QByteArray &bytes)
         client.GetExperiments();
         FollowExperiments(client, server, bytes);
     });
-    QDir(CloudClient::AppDataDir() + QStringLiteral("/Cloud")).removeRecursively();
+    QDir(CloudCache::AppDataDir() + QStringLiteral("/Cloud")).removeRecursively();
 }
 
 } // namespace

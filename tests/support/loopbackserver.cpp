@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -51,7 +52,15 @@ LoopbackServer::~LoopbackServer()
 void LoopbackServer::Answer(const QByteArray &path, const QByteArray &body, const QByteArray &status)
 {
     const std::lock_guard<std::mutex> lock(mutex);
+    streams.remove(path);
     replies.insert(path, {status, body});
+}
+
+void LoopbackServer::Stream(const QByteArray &path, const QByteArray &chunk, int count, int pauseMs)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    replies.remove(path);
+    streams.insert(path, {chunk, count, pauseMs});
 }
 
 QStringList LoopbackServer::TakeRequests()
@@ -60,16 +69,54 @@ QStringList LoopbackServer::TakeRequests()
     return std::exchange(requests, QStringList());
 }
 
+QList<int> LoopbackServer::TakeHangUps()
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    streamEnded.wait(lock, [this] { return !streaming; });
+    return std::exchange(hangUps, QList<int>());
+}
+
+// A client that has hung up makes a later send fail.
+int LoopbackServer::SendStream(int connection, const Streamed &stream) const
+{
+    const auto start = std::chrono::steady_clock::now();
+    const QByteArray head = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
+    if (send(connection, head.constData(), size_t(head.size()), MSG_NOSIGNAL) < 0)
+        return 0;
+    for (int i = 0; i < stream.count; ++i) {
+        if (i > 0 && stream.pauseMs > 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(stream.pauseMs));
+        if (send(connection, stream.chunk.constData(), size_t(stream.chunk.size()), MSG_NOSIGNAL) < 0)
+            return int(std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start).count());
+    }
+    return -1;
+}
+
 void LoopbackServer::Serve()
 {
     int connection = -1;
     while ((connection = accept(listener, nullptr, nullptr)) >= 0) {
         QByteArray request = Receive(connection).replace("127.0.0.1:" + port, "127.0.0.1:PORT");
+        const QByteArray path = request.split(' ').value(1);
         QPair<QByteArray, QByteArray> reply;
+        Streamed stream{};
+        bool streamed = false;
         {
             const std::lock_guard<std::mutex> lock(mutex);
-            reply = replies.value(request.split(' ').value(1), {"404 Not Found", QByteArray()});
+            reply = replies.value(path, {"404 Not Found", QByteArray()});
+            streamed = streams.contains(path);
+            streaming = streamed;
+            stream = streams.value(path);
             requests.append(QString::fromUtf8(request.replace("\r\n", "\n").trimmed()));
+        }
+        if (streamed) {
+            const int hangUp = SendStream(connection, stream);
+            close(connection);
+            const std::lock_guard<std::mutex> lock(mutex);
+            hangUps.append(hangUp);
+            streaming = false;
+            streamEnded.notify_all();
+            continue;
         }
         const QByteArray answer = "HTTP/1.1 " + reply.first + "\r\nContent-Length: "
                                   + QByteArray::number(reply.second.size()) + "\r\nConnection: close\r\n\r\n" + reply.second;

@@ -1,8 +1,8 @@
 #include "windowdriver.h"
 
 
-WindowDriver::WindowDriver(const QByteArray &cloudBaseUrl)
-    : window(std::make_unique<MainWindow>(cloudBaseUrl))
+WindowDriver::WindowDriver(const QByteArray &cloudBaseUrl, const CloudLimits &cloudLimits)
+    : window(std::make_unique<MainWindow>(cloudBaseUrl, cloudLimits))
 {
     window->show();
     if (!QTest::qWaitForWindowExposed(window.get()))

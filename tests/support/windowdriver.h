@@ -20,8 +20,9 @@
 class WindowDriver
 {
 public:
-    // The window's cloud client talks to cloudBaseUrl.
-    explicit WindowDriver(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL);
+    // The window's cloud client talks to cloudBaseUrl within these limits.
+    explicit WindowDriver(const QByteArray &cloudBaseUrl = ZEPHLANE_CLOUD_BASE_URL,
+                          const CloudLimits &cloudLimits = CloudLimits());
     ~WindowDriver();
 
     MainWindow &Window() { return *window; }
