@@ -1,9 +1,11 @@
-// MainWindow's share of the analysis windows: which files they see.
+// MainWindow's share of the analysis windows: opening them, and which
+// files they see.
 
 #include "mainwindow.h"
 
 #include "analysissession.h"
 #include "datafile.h"
+#include "participantsummarywindow.h"
 
 // The record in focus: one file, or the files of a combined record in the
 // order it took them. With no record in focus, nothing.
@@ -13,4 +15,11 @@ void MainWindow::ShowFilesToAnalysis(const QVector<int> &rows)
     for (const int row : rows)
         shown.append(files[row].get());
     analysisSession->ShowFiles(currentFile ? &currentFile->GetMainModel() : nullptr, shown);
+}
+
+void MainWindow::OpenParticipantSummary()
+{
+    if (!summaryWindow)
+        summaryWindow = new ParticipantSummaryWindow(*analysisSession, this);
+    summaryWindow->Open();
 }

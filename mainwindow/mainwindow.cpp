@@ -11,6 +11,7 @@
 #include "flagspecialdialog.h"
 #include "mainmodel.h"
 #include "mergedialog.h"
+#include "participantsummarywindow.h"
 #include "rowcolorsdialog.h"
 
 #include <QCloseEvent>
@@ -116,6 +117,7 @@ void MainWindow::ConnectForm()
     connect(ui->actionMerge_Selected_Files, &QAction::triggered, this, &MainWindow::OpenMergeDialog);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::TabsSetActionsEnabled);
     connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::OpenAboutDialog);
+    connect(ui->actionParticipant_Summary, &QAction::triggered, this, &MainWindow::OpenParticipantSummary);
 }
 
 void MainWindow::InitialiseViews()
@@ -292,8 +294,11 @@ void MainWindow::SaveSettings() const
 }
 
 // Flags, hidden rows and colours are not kept, so there is nothing to ask.
+// An open summary window closes too, and keeps its settings as it does.
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (summaryWindow && summaryWindow->isVisible())
+        summaryWindow->close();
     SaveSettings();
     event->accept();
 }

@@ -16,6 +16,7 @@ class DataFile;
 class FlagSpecialDialog;
 class MainModel;
 class MergeDialog;
+class ParticipantSummaryWindow;
 class QAbstractItemModel;
 class QDialog;
 class QGraphicsColorizeEffect;
@@ -123,6 +124,7 @@ private:
 
     // Analysis windows.
     void ShowFilesToAnalysis(const QVector<int> &rows);
+    void OpenParticipantSummary();
 
     // Summary tab.
     void UpdateGeneralSummary();
@@ -180,6 +182,8 @@ private:
     int sectionArrowAnchor = -1;
     // The files in view as the analysis windows see them.
     AnalysisSession *analysisSession = nullptr;
+    // Made when first asked for.
+    ParticipantSummaryWindow *summaryWindow = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;
     CloudProfile cloudProfile;
