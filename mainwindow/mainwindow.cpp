@@ -5,11 +5,13 @@
 #include "ui_aboutdialog.h"
 #include "ui_mainwindow.h"
 
+#include "analysissession.h"
 #include "datafile.h"
 #include "flagdelegate.h"
 #include "flagspecialdialog.h"
 #include "mainmodel.h"
 #include "mergedialog.h"
+#include "participantsummarywindow.h"
 #include "rowcolorsdialog.h"
 
 #include <QCloseEvent>
@@ -40,6 +42,7 @@ MainWindow::MainWindow(const QByteArray &cloudBaseUrl, const CloudLimits &cloudL
     , mergeDialog(new MergeDialog(this))
     , aboutDialog(new QDialog(this, Qt::WindowTitleHint | Qt::WindowCloseButtonHint))
     , disabledEffect(new QGraphicsColorizeEffect(this))
+    , analysisSession(new AnalysisSession(this))
     , cloudClient(cloudBaseUrl, cloudLimits)
     , cloudCache(cloudClient)
 {
@@ -114,6 +117,7 @@ void MainWindow::ConnectForm()
     connect(ui->actionMerge_Selected_Files, &QAction::triggered, this, &MainWindow::OpenMergeDialog);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::TabsSetActionsEnabled);
     connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::OpenAboutDialog);
+    connect(ui->actionParticipant_Summary, &QAction::triggered, this, &MainWindow::OpenParticipantSummary);
 }
 
 void MainWindow::InitialiseViews()
@@ -290,8 +294,11 @@ void MainWindow::SaveSettings() const
 }
 
 // Flags, hidden rows and colours are not kept, so there is nothing to ask.
+// An open summary window closes too, and keeps its settings as it does.
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (summaryWindow && summaryWindow->isVisible())
+        summaryWindow->close();
     SaveSettings();
     event->accept();
 }

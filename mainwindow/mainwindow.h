@@ -10,11 +10,13 @@
 #include <memory>
 #include <vector>
 
+class AnalysisSession;
 class BaseModel;
 class DataFile;
 class FlagSpecialDialog;
 class MainModel;
 class MergeDialog;
+class ParticipantSummaryWindow;
 class QAbstractItemModel;
 class QDialog;
 class QGraphicsColorizeEffect;
@@ -120,6 +122,10 @@ private:
     bool FileListFilter(QObject *watched, QEvent *event) const;
     static void SetViewModel(QTableView *view, QAbstractItemModel *model);
 
+    // Analysis windows.
+    void ShowFilesToAnalysis(const QVector<int> &rows);
+    void OpenParticipantSummary();
+
     // Summary tab.
     void UpdateGeneralSummary();
     void ResetFileInfo();
@@ -174,6 +180,10 @@ private:
     std::vector<bool> sizedColumns;
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
+    // The files in view as the analysis windows see them.
+    AnalysisSession *analysisSession = nullptr;
+    // Made when first asked for.
+    ParticipantSummaryWindow *summaryWindow = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;
     CloudProfile cloudProfile;
