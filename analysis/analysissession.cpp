@@ -112,7 +112,7 @@ int AnalysisSession::FlagExcludedRows()
         return 0;
     QVector<int> rows;
     for (const ExcludedRow &excluded : qAsConst(result.exclusions)) {
-        if (excluded.reason != ExclusionReason::Hidden)
+        if (excluded.reason == ExclusionReason::TooFast || excluded.reason == ExclusionReason::TooSlow)
             rows.append(viewFiles[excluded.participant].firstRow + excluded.fileRow);
     }
     return view->FlagFileRows(rows);

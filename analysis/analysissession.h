@@ -71,9 +71,11 @@ public:
     // their hidden rows aside.
     QString CommandLine() const;
 
-    // Flags every row of the table in view that Result() leaves out but
-    // for being hidden; a flag already set stays, none is cleared. Returns
-    // the number of flags set.
+    // Flags every row of the table in view that the trimming procedure
+    // removes (too fast or too slow); a flag already set stays, none is
+    // cleared. Rows left out for other reasons stay as they are: an invalid
+    // time or a participant's low accuracy is no trimming, and hiding those
+    // rows would take them out of the counts. Returns the number of flags set.
     int FlagExcludedRows();
 
 signals:
