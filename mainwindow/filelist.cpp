@@ -4,6 +4,7 @@
 #include "mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "analysissession.h"
 #include "datafile.h"
 #include "datafilevalidator.h"
 #include "filecombiner.h"
@@ -139,6 +140,7 @@ void MainWindow::ReleaseFocusedFile()
     SetViewModel(ui->rawDataView, blankModel);
     SetViewModel(ui->sectionDataView, nullptr);
     currentFile = nullptr;
+    ShowFilesToAnalysis({});
 }
 
 void MainWindow::RemoveFiles()
@@ -193,6 +195,7 @@ void MainWindow::ChangeFileFocus()
     UpdateBottomInfo();
     PushRowColorOptions();
     AutosizeColumns();
+    ShowFilesToAnalysis(rows);
     // No row is under the pointer yet.
     ui->actionFlag_Selection->setEnabled(false);
 }

@@ -5,6 +5,7 @@
 #include "ui_aboutdialog.h"
 #include "ui_mainwindow.h"
 
+#include "analysissession.h"
 #include "datafile.h"
 #include "flagdelegate.h"
 #include "flagspecialdialog.h"
@@ -40,6 +41,7 @@ MainWindow::MainWindow(const QByteArray &cloudBaseUrl, const CloudLimits &cloudL
     , mergeDialog(new MergeDialog(this))
     , aboutDialog(new QDialog(this, Qt::WindowTitleHint | Qt::WindowCloseButtonHint))
     , disabledEffect(new QGraphicsColorizeEffect(this))
+    , analysisSession(new AnalysisSession(this))
     , cloudClient(cloudBaseUrl, cloudLimits)
     , cloudCache(cloudClient)
 {

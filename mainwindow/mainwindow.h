@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class AnalysisSession;
 class BaseModel;
 class DataFile;
 class FlagSpecialDialog;
@@ -120,6 +121,9 @@ private:
     bool FileListFilter(QObject *watched, QEvent *event) const;
     static void SetViewModel(QTableView *view, QAbstractItemModel *model);
 
+    // Analysis windows.
+    void ShowFilesToAnalysis(const QVector<int> &rows);
+
     // Summary tab.
     void UpdateGeneralSummary();
     void ResetFileInfo();
@@ -174,6 +178,8 @@ private:
     std::vector<bool> sizedColumns;
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
+    // The files in view as the analysis windows see them.
+    AnalysisSession *analysisSession = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;
     CloudProfile cloudProfile;

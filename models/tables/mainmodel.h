@@ -67,6 +67,10 @@ public:
 
     // Writes the flag of visible row `row` and reports it with RowChanged(0).
     void SetRowFlag(int row, bool value);
+    // Sets the flags of those of the given file rows that are visible, and
+    // clears none; the table is repainted and RowChanged(0) sent once, if
+    // anything changed. Returns the number of flags set.
+    int FlagFileRows(const QVector<int> &fileRows);
     // Mean and population deviation of the visible rows' reaction times,
     // stored for the deviation rule; NaN when no row is visible.
     double CalculateAverage();

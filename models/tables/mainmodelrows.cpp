@@ -17,6 +17,30 @@ void MainModel::SetRowFlag(int row, bool value)
     emit RowChanged(0);
 }
 
+// visibleRows ascends: rows are only ever taken out of it, and it is filled
+// anew in order.
+int MainModel::FlagFileRows(const QVector<int> &fileRows)
+{
+    int set = 0;
+    for (const int fileRow : fileRows) {
+        const auto found = std::lower_bound(visibleRows.cbegin(), visibleRows.cend(), fileRow);
+        if (found == visibleRows.cend() || *found != fileRow)
+            continue;
+        const int index = int(found - visibleRows.cbegin());
+        if (flags[index])
+            continue;
+        flags[index] = true;
+        allFlags[fileRow] = true;
+        ++flaggedCount;
+        ++set;
+    }
+    if (set > 0) {
+        EmitWholeTableChanged();
+        emit RowChanged(0);
+    }
+    return set;
+}
+
 void MainModel::ChangeFlag(QModelIndex index)
 {
     const int row = index.row();

@@ -1,0 +1,16 @@
+// MainWindow's share of the analysis windows: which files they see.
+
+#include "mainwindow.h"
+
+#include "analysissession.h"
+#include "datafile.h"
+
+// The record in focus: one file, or the files of a combined record in the
+// order it took them. With no record in focus, nothing.
+void MainWindow::ShowFilesToAnalysis(const QVector<int> &rows)
+{
+    QVector<DataFile *> shown;
+    for (const int row : rows)
+        shown.append(files[row].get());
+    analysisSession->ShowFiles(currentFile ? &currentFile->GetMainModel() : nullptr, shown);
+}
