@@ -4,6 +4,7 @@
 
 #include "analysissession.h"
 #include "datafile.h"
+#include "distributionswindow.h"
 
 // The record in focus: one file, or the files of a combined record in the
 // order it took them. With no record in focus, nothing.
@@ -13,4 +14,14 @@ void MainWindow::ShowFilesToAnalysis(const QVector<int> &rows)
     for (const int row : rows)
         shown.append(files[row].get());
     analysisSession->ShowFiles(currentFile ? &currentFile->GetMainModel() : nullptr, shown);
+}
+
+// The window stays open beside this one, and a second call brings it up.
+void MainWindow::OpenDistributions()
+{
+    if (!distributionsWindow)
+        distributionsWindow = new DistributionsWindow(analysisSession, this);
+    distributionsWindow->show();
+    distributionsWindow->raise();
+    distributionsWindow->activateWindow();
 }

@@ -116,6 +116,7 @@ void MainWindow::ConnectForm()
     connect(ui->actionMerge_Selected_Files, &QAction::triggered, this, &MainWindow::OpenMergeDialog);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::TabsSetActionsEnabled);
     connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::OpenAboutDialog);
+    connect(ui->actionDistributions, &QAction::triggered, this, &MainWindow::OpenDistributions);
 }
 
 void MainWindow::InitialiseViews()

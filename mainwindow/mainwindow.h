@@ -13,6 +13,7 @@
 class AnalysisSession;
 class BaseModel;
 class DataFile;
+class DistributionsWindow;
 class FlagSpecialDialog;
 class MainModel;
 class MergeDialog;
@@ -123,6 +124,7 @@ private:
 
     // Analysis windows.
     void ShowFilesToAnalysis(const QVector<int> &rows);
+    void OpenDistributions();
 
     // Summary tab.
     void UpdateGeneralSummary();
@@ -180,6 +182,8 @@ private:
     int sectionArrowAnchor = -1;
     // The files in view as the analysis windows see them.
     AnalysisSession *analysisSession = nullptr;
+    // Made when first opened, then kept with its choices.
+    DistributionsWindow *distributionsWindow = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;
     CloudProfile cloudProfile;

@@ -113,6 +113,15 @@ private slots:
         // Shared scales: a bound outside one panel's data is on every panel.
         QCOMPARE(con.axisScaleDiv(QwtPlot::xBottom), inc.axisScaleDiv(QwtPlot::xBottom));
         QVERIFY(con.axisScaleDiv(QwtPlot::xBottom).upperBound() >= 2900);
+
+        // Bounds beside a procedure are drawn, far from the data as they
+        // may be.
+        grid.Show(HistogramBins(TwoConditions(SummaryFiles::Settings(kByCongruency, Procedure::Nonrecursive, "100",
+                                                                     "5000")),
+                                ParticipantChoice()));
+        const QwtScaleDiv &times = grid.Panels()[0]->axisScaleDiv(QwtPlot::xBottom);
+        QVERIFY(times.lowerBound() <= 100 && times.upperBound() >= 5000);
+        QCOMPARE(MarkerTimes(*grid.Panels()[0]), (QList<double>{100, 5000}));
     }
 
     // Up to three conditions stand one under the other, up to six in two
@@ -241,6 +250,7 @@ private slots:
         if (suffix == "png") {
             const QImage image(path);
             QCOMPARE(image.size(), QSize(1181, 709));
+            QCOMPARE(image.dotsPerMeterX(), qRound(300 / 0.0254));
             QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
             // The first condition's colour is drawn somewhere.
             QVERIFY(ContainsColor(image, QColor(0xE6, 0x9F, 0x00)));
