@@ -3,9 +3,11 @@
 #include "fixedpoint.h"
 #include "summaryresult.h"
 
+#include <algorithm>
+
 ConditionalAccuracy::ConditionalAccuracy(const SummaryResult &result, ParticipantChoice choice)
 {
-    const QVector<QVector<TimedResponse>> responses = result.ResponsesByCell();
+    QVector<QVector<TimedResponse>> responses = result.ResponsesByCell();
     QVector<PlotLine> byCondition(result.conditions.size());
     for (int i = 0; i < result.cells.size(); ++i) {
         const SummaryCell &cell = result.cells[i];
@@ -34,18 +36,23 @@ TextTable ConditionalAccuracy::Data() const
     return table;
 }
 
-void ConditionalAccuracy::Bin(const QVector<TimedResponse> &ordered, PlotLine::Points &times,
+// A bin's members are a set of ranks, whatever their order within it, so
+// the responses are partitioned at each bin's end rather than sorted: the
+// same bins for a fraction of the time on a participant's thousands.
+void ConditionalAccuracy::Bin(QVector<TimedResponse> &responses, PlotLine::Points &times,
                               PlotLine::Points &accuracies)
 {
-    const int n = ordered.size();
+    const int n = responses.size();
     for (int bin = 0; bin < PlotLine::kPoints; ++bin) {
         const int begin = bin * n / PlotLine::kPoints;
         const int end = (bin + 1) * n / PlotLine::kPoints;
+        if (end < n)
+            std::nth_element(responses.begin() + begin, responses.begin() + end, responses.end(), TimedResponse::Before);
         double sum = 0;
         int correct = 0;
         for (int rank = begin; rank < end; ++rank) {
-            sum += ordered[rank].time;
-            correct += ordered[rank].correct ? 1 : 0;
+            sum += responses[rank].time;
+            correct += responses[rank].correct ? 1 : 0;
         }
         times[bin] = sum / (end - begin);
         accuracies[bin] = double(correct) / (end - begin);

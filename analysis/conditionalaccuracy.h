@@ -29,9 +29,10 @@ public:
     // One line per condition and bin.
     TextTable Data() const;
 
-    // The bins of n ordered responses, n >= 5: bin i (from 1) holds the
-    // ranks floor((i - 1) n / 5) + 1 to floor(i n / 5).
-    static void Bin(const QVector<TimedResponse> &ordered, PlotLine::Points &times, PlotLine::Points &accuracies);
+    // The bins of n responses in any order, n >= 5: ranked by
+    // TimedResponse::Before, bin i (from 1) holds the ranks floor((i - 1)
+    // n / 5) + 1 to floor(i n / 5). Reorders `responses`.
+    static void Bin(QVector<TimedResponse> &responses, PlotLine::Points &times, PlotLine::Points &accuracies);
 
 private:
     QVector<PlotLine> lines;

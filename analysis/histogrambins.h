@@ -62,13 +62,13 @@ public:
 
     // Freedman and Diaconis' width, 2 IQR / cube root of n, with the
     // quartiles of Quantile::Type7; where the IQR is 0, Sturges' range /
-    // (ceil(log2 n) + 1); where all times are equal, 1 ms. `sorted` is
-    // ascending and not empty.
-    static double DefaultWidth(const QVector<double> &sorted);
+    // (ceil(log2 n) + 1); where all times are equal, 1 ms. `times` is in
+    // any order and not empty.
+    static double DefaultWidth(QVector<double> times);
 
 private:
     void AddSeries(const SummaryResult &result, ParticipantChoice choice);
-    void ChooseBins(const QVector<double> &sorted, double asked);
+    void ChooseBins(double lowest, double highest, double asked);
     void Count(const SummaryResult &result, ParticipantChoice choice);
     qint64 BinOf(double time) const;
     void TakeBounds(const SummaryResult &result);

@@ -1,12 +1,24 @@
 #include "benchdata.h"
 
+#include "datafile.h"
+#include "samplefilewriter.h"
+#include "trialextractor.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include <sys/resource.h>
 
 namespace BenchData {
+
+namespace {
+
+const int kMillionRowParticipants = 40;
+const int kMillionRowTrials = 25000;
+
+} // namespace
 
 DataFileBuilder Participant(int participant, int rows)
 {
@@ -67,6 +79,31 @@ void RunTool(benchmark::State &state, const QString &program, const QStringList 
     state.counters["output_MB"] = double(QFileInfo(output).size()) / 1e6;
     state.counters["peak_MB"] = peakBytes / 1e6;
     state.counters["peak_per_input"] = peakBytes / inputBytes;
+}
+
+const QStringList &MillionRowFiles()
+{
+    static QTemporaryDir dir;
+    static QStringList paths;
+    if (paths.isEmpty()) {
+        SampleFileOptions options;
+        options.rows = kMillionRowTrials;
+        paths = SampleFileWriter::WriteParticipants(dir.path(), kMillionRowParticipants, options);
+        if (paths.isEmpty())
+            qFatal("Cannot write the sample files");
+    }
+    return paths;
+}
+
+QVector<ParticipantTrials> ReadTrials(const QStringList &paths)
+{
+    QVector<ParticipantTrials> participants;
+    for (const QString &path : paths) {
+        DataFile file(path);
+        const MainModel &model = file.GetMainModel();
+        participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), QFileInfo(path).fileName()));
+    }
+    return participants;
 }
 
 double StatusBytes(const QByteArray &key)

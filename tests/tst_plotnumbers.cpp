@@ -112,6 +112,15 @@ private slots:
         QCOMPARE(data.rows.size(), 9);
         QCOMPARE(Line(data, 0), QString("con\t280.00\t350.00\t2\t1\t310.00\t800.00"));
         QCOMPARE(Line(data, 8), QString("con\t840.00\t910.00\t0\t1\t310.00\t800.00"));
+
+        // The same times split over two conditions give the same width,
+        // that of all times together.
+        SummaryFiles split;
+        split.Participant("p1", Times("con", {340, 360, 400, 900}) + Times("inc", {300, 320, 380, 420}));
+        const HistogramBins both(split.Run(SummaryFiles::Settings(kByCongruency)), Only(0));
+        QCOMPARE(both.Width(), 70.0);
+        QCOMPARE(both.Series()[0].kept, Counts({1, 2, 0, 0, 0, 0, 0, 0, 1}));
+        QCOMPARE(both.Series()[1].kept, Counts({2, 1, 1, 0, 0, 0, 0, 0, 0}));
     }
 
     void histogramWidthWithoutSpread_data()
@@ -353,12 +362,13 @@ private slots:
     {
         QFETCH(int, n);
         QFETCH(QVector<double>, accuracies);
-        QVector<TimedResponse> ordered;
-        for (int rank = 1; rank <= n; ++rank)
-            ordered.append(TimedResponse{100.0 * rank, rank - 1, rank % 2 == 0});
+        // Given slowest first: the bins go by rank, not by the order given.
+        QVector<TimedResponse> responses;
+        for (int rank = n; rank >= 1; --rank)
+            responses.append(TimedResponse{100.0 * rank, rank - 1, rank % 2 == 0});
         PlotLine::Points times;
         PlotLine::Points found;
-        ConditionalAccuracy::Bin(ordered, times, found);
+        ConditionalAccuracy::Bin(responses, times, found);
         QCOMPARE(QVector<double>(found.begin(), found.end()), accuracies);
         QCOMPARE(times[0], n == 10 ? 150.0 : 100.0);
     }
