@@ -15,6 +15,9 @@
 
 namespace {
 
+const int kMinimumWidth = 200;
+const int kMinimumHeight = 150;
+
 int Sum(const QVector<int> &counts)
 {
     return std::accumulate(counts.begin(), counts.end(), 0);
@@ -37,6 +40,9 @@ HistogramPlot::HistogramPlot(QWidget *parent)
     insertLegend(legend, QwtPlot::TopLegend);
     legend->setMaxColumns(1);
     ShowAxisTitles(true, true);
+    // Six panels in three rows fit a window of ordinary height; below its
+    // own minimum a panel squeezes its canvas rather than the window growing.
+    setMinimumSize(kMinimumWidth, kMinimumHeight);
 }
 
 void HistogramPlot::Show(const std::shared_ptr<const HistogramBins> &bins, int series)
