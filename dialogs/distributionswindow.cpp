@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScreen>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -46,14 +47,16 @@ ParticipantChoice ChoiceOf(const QComboBox *box)
 
 } // namespace
 
-DistributionsWindow::DistributionsWindow(AnalysisSession *session, QWidget *parent)
+DistributionsWindow::DistributionsWindow(AnalysisSession &session, QWidget *parent)
     : QWidget(parent, Qt::Window)
     , ui(std::make_unique<Ui::DistributionsWindow>())
     , session(session)
 {
     ui->setupUi(this);
-    ui->settingsPanel->SetSession(session);
-    connect(session, &AnalysisSession::ResultChanged, this, &DistributionsWindow::ShowChoices);
+    // On a small or magnified screen the form's size may not fit.
+    resize(size().boundedTo(parent->screen()->availableGeometry().size() * 9 / 10));
+    ui->settingsPanel->SetSession(&session);
+    connect(&session, &AnalysisSession::ResultChanged, this, &DistributionsWindow::ShowChoices);
     connect(ui->plotKindBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DistributionsWindow::Redraw);
     for (QComboBox *box : {ui->participantBox, ui->conditionABox, ui->conditionBBox})
         connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DistributionsWindow::Redraw);
@@ -62,38 +65,38 @@ DistributionsWindow::DistributionsWindow(AnalysisSession *session, QWidget *pare
     connect(ui->copyDataButton, &QPushButton::clicked, this, &DistributionsWindow::CopyData);
 }
 
-// The session may be gone first when the main window goes.
-DistributionsWindow::~DistributionsWindow()
-{
-    if (viewing && session)
-        session->RemoveViewer();
-}
+// The session may be gone already: the main window's children go in the
+// order they were made, and the session came first.
+DistributionsWindow::~DistributionsWindow() = default;
 
-// The session computes only while a window looks at it; opening this one
-// computes what it shows.
-void DistributionsWindow::showEvent(QShowEvent *event)
+// The session computes only while a window looks at it; the first viewer
+// makes it compute, which draws this window through ResultChanged.
+void DistributionsWindow::Open()
 {
-    QWidget::showEvent(event);
-    if (viewing)
-        return;
-    viewing = true;
-    // The first viewer makes the session compute, which redraws this one.
-    const bool computed = session->IsActive();
-    session->AddViewer();
-    if (computed)
+    if (viewing) {
         ShowChoices();
+    } else {
+        viewing = true;
+        const bool computed = session.IsActive();
+        session.AddViewer();
+        if (computed)
+            ShowChoices();
+    }
+    show();
+    raise();
+    activateWindow();
 }
 
 // Settings changed here are kept for the next start, as the summary
-// window keeps them when it closes.
-void DistributionsWindow::hideEvent(QHideEvent *event)
+// window keeps them.
+void DistributionsWindow::closeEvent(QCloseEvent *event)
 {
-    QWidget::hideEvent(event);
+    session.SaveSettings();
     if (viewing) {
         viewing = false;
-        session->SaveSettings();
-        session->RemoveViewer();
+        session.RemoveViewer();
     }
+    QWidget::closeEvent(event);
 }
 
 // Participants in the table (those left out for accuracy have no trials to
@@ -101,7 +104,11 @@ void DistributionsWindow::hideEvent(QHideEvent *event)
 // is still there.
 void DistributionsWindow::ShowChoices()
 {
-    const SummaryResult &result = session->Result();
+    // The summary window keeps the session computing while this one is
+    // closed; it draws when it opens again.
+    if (!viewing)
+        return;
+    const SummaryResult &result = session.Result();
     QList<QPair<QString, int>> participants{{tr("All participants"), ParticipantChoice::kAll}};
     for (int i = 0; i < result.participants.size(); ++i) {
         if (!result.participants[i].lowAccuracy)
@@ -121,7 +128,7 @@ void DistributionsWindow::Redraw()
     EnableChoices();
     const auto kind = PlotKind(ui->plotKindBox->currentIndex());
     ui->plotStack->setCurrentIndex(int(kind));
-    const SummaryResult &result = session->Result();
+    const SummaryResult &result = session.Result();
     data = TextTable();
     ui->binWidthUsed->clear();
     if (result.participants.isEmpty()) {

@@ -3,7 +3,6 @@
 #include "participantchoice.h"
 #include "texttable.h"
 
-#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -29,12 +28,15 @@ public:
     // The numeric values are the positions in the plot box and its pages.
     enum class PlotKind { Histogram, Vincentiles, ConditionalAccuracy, Delta };
 
-    DistributionsWindow(AnalysisSession *session, QWidget *parent = nullptr);
+    DistributionsWindow(AnalysisSession &session, QWidget *parent);
     ~DistributionsWindow() override;
 
+    // Shows the window, or brings it to the front when it is open.
+    void Open();
+
 protected:
-    void showEvent(QShowEvent *event) override;
-    void hideEvent(QHideEvent *event) override;
+    // Keeps the settings and lets the session rest.
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void ShowChoices();
@@ -49,9 +51,9 @@ private:
     void CopyData();
 
     std::unique_ptr<Ui::DistributionsWindow> ui;
-    QPointer<AnalysisSession> session;
+    AnalysisSession &session;
     // The numbers behind the plot in view, for "Copy Data".
     TextTable data;
-    // Whether this window counts among the session's viewers.
+    // Open, and so one of the session's viewers.
     bool viewing = false;
 };

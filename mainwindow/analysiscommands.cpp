@@ -1,10 +1,12 @@
-// MainWindow's share of the analysis windows: which files they see.
+// MainWindow's share of the analysis windows: opening them, and which
+// files they see.
 
 #include "mainwindow.h"
 
 #include "analysissession.h"
 #include "datafile.h"
 #include "distributionswindow.h"
+#include "participantsummarywindow.h"
 
 // The record in focus: one file, or the files of a combined record in the
 // order it took them. With no record in focus, nothing.
@@ -16,12 +18,16 @@ void MainWindow::ShowFilesToAnalysis(const QVector<int> &rows)
     analysisSession->ShowFiles(currentFile ? &currentFile->GetMainModel() : nullptr, shown);
 }
 
-// The window stays open beside this one, and a second call brings it up.
+void MainWindow::OpenParticipantSummary()
+{
+    if (!summaryWindow)
+        summaryWindow = new ParticipantSummaryWindow(*analysisSession, this);
+    summaryWindow->Open();
+}
+
 void MainWindow::OpenDistributions()
 {
     if (!distributionsWindow)
-        distributionsWindow = new DistributionsWindow(analysisSession, this);
-    distributionsWindow->show();
-    distributionsWindow->raise();
-    distributionsWindow->activateWindow();
+        distributionsWindow = new DistributionsWindow(*analysisSession, this);
+    distributionsWindow->Open();
 }

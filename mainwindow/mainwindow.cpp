@@ -7,10 +7,12 @@
 
 #include "analysissession.h"
 #include "datafile.h"
+#include "distributionswindow.h"
 #include "flagdelegate.h"
 #include "flagspecialdialog.h"
 #include "mainmodel.h"
 #include "mergedialog.h"
+#include "participantsummarywindow.h"
 #include "rowcolorsdialog.h"
 
 #include <QCloseEvent>
@@ -116,6 +118,7 @@ void MainWindow::ConnectForm()
     connect(ui->actionMerge_Selected_Files, &QAction::triggered, this, &MainWindow::OpenMergeDialog);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::TabsSetActionsEnabled);
     connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::OpenAboutDialog);
+    connect(ui->actionParticipant_Summary, &QAction::triggered, this, &MainWindow::OpenParticipantSummary);
     connect(ui->actionDistributions, &QAction::triggered, this, &MainWindow::OpenDistributions);
 }
 
@@ -293,8 +296,13 @@ void MainWindow::SaveSettings() const
 }
 
 // Flags, hidden rows and colours are not kept, so there is nothing to ask.
+// Open analysis windows close too, and keep their settings as they do.
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    for (QWidget *analysis : std::initializer_list<QWidget *>{summaryWindow, distributionsWindow}) {
+        if (analysis && analysis->isVisible())
+            analysis->close();
+    }
     SaveSettings();
     event->accept();
 }

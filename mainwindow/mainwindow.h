@@ -17,6 +17,7 @@ class DistributionsWindow;
 class FlagSpecialDialog;
 class MainModel;
 class MergeDialog;
+class ParticipantSummaryWindow;
 class QAbstractItemModel;
 class QDialog;
 class QGraphicsColorizeEffect;
@@ -124,6 +125,7 @@ private:
 
     // Analysis windows.
     void ShowFilesToAnalysis(const QVector<int> &rows);
+    void OpenParticipantSummary();
     void OpenDistributions();
 
     // Summary tab.
@@ -182,7 +184,8 @@ private:
     int sectionArrowAnchor = -1;
     // The files in view as the analysis windows see them.
     AnalysisSession *analysisSession = nullptr;
-    // Made when first opened, then kept with its choices.
+    // The analysis windows, made when first asked for.
+    ParticipantSummaryWindow *summaryWindow = nullptr;
     DistributionsWindow *distributionsWindow = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;

@@ -6,22 +6,17 @@
 #include "analysissession.h"
 #include "exclusionrecord.h"
 #include "summarytable.h"
+#include "texttablemodel.h"
 #include "windowdriver.h"
 
 namespace {
 
-// The fields of `table` in the named columns, a line's fields joined by " "
-// and the lines by ", ".
-QString Fields(const TextTable &table, const QStringList &columns)
+// The named columns of a table, as the summary window shows it.
+QString Fields(const TextTable &table, const QStringList &titles)
 {
-    QStringList lines;
-    for (const QStringList &row : table.rows) {
-        QStringList fields;
-        for (const QString &column : columns)
-            fields.append(row[table.header.indexOf(column)]);
-        lines.append(fields.join(' '));
-    }
-    return lines.join(", ");
+    TextTableModel model;
+    model.SetTable(table);
+    return TableContents::Fields(model, titles);
 }
 
 SummarySettings Absolute(const QString &max, const QStringList &columns = {})
@@ -156,7 +151,8 @@ private slots:
         seen << Seen();
         QCOMPARE(results.count(), 3);
         QCOMPARE(seen, QStringList({"a.txt, b.txt hides 1 | a.txt 4 1873.33, b.txt 1  | b.txt 1 hidden, b.txt 2 invalid_rt",
-                                    "a.txt hides 1, b.txt hides 1 | a.txt 3 2660.00, b.txt 1  | a.txt 1 hidden, b.txt 1 hidden, b.txt 2 invalid_rt",
+                                    "a.txt hides 1, b.txt hides 1 | a.txt 3 2660.00, b.txt 1  "
+                                    "| a.txt 1 hidden, b.txt 1 hidden, b.txt 2 invalid_rt",
                                     "a.txt, b.txt | a.txt 4 1873.33, b.txt 2 400.00 | b.txt 2 invalid_rt"}));
         QVERIFY(!Session().HasHiddenRows());
     }
@@ -202,7 +198,8 @@ private slots:
     // take no part, and the others stand in the order of the files' columns.
     void groupsByTheTickedColumnsOfTheFilesInView()
     {
-        driver->AddFiles({driver->Write("plain.txt", DataFileBuilder().Columns("Block/Name,Error/Code,Reaction/Time").Rows({"B1,C,500"})),
+        const DataFileBuilder plain = DataFileBuilder().Columns("Block/Name,Error/Code,Reaction/Time").Rows({"B1,C,500"});
+        driver->AddFiles({driver->Write("plain.txt", plain),
                           driver->Write("product.txt", WindowDriver::Trials("B1 T1 C 300 con"))});
         Session().AddViewer();
         Session().SetSettings(Absolute("3000", {"Congruency", "Block Name"}));
@@ -214,7 +211,8 @@ private slots:
         QCOMPARE(seen, QStringList({"Block Name", "Block Name",
                                     "zephlane-summary --by 'Block Name' --procedure absolute --max 3000 plain.txt",
                                     "Block Name|Trial Name|Congruency", "Block Name|Congruency",
-                                    "zephlane-summary --by 'Block Name' --by Congruency --procedure absolute --max 3000 product.txt"}));
+                                    "zephlane-summary --by 'Block Name' --by Congruency --procedure absolute --max 3000 "
+                                    "product.txt"}));
         QCOMPARE(Session().Settings().conditionColumns, QStringList({"Congruency", "Block Name"}));
     }
 

@@ -107,6 +107,10 @@ private slots:
         QVERIFY(!Session().IsActive());
         driver->Trigger("actionDistributions");
         QVERIFY(Session().IsActive());
+        // Closing the main window closes it too.
+        driver->Window().close();
+        QVERIFY(!Window()->isVisible());
+        QVERIFY(!Session().IsActive());
     }
 
     // A row hidden in the table leaves the histogram; shown again, it

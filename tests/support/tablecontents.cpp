@@ -33,6 +33,19 @@ QStringList Cells(const QAbstractItemModel &model)
     return JoinedRows(model, QStringLiteral("|"), false);
 }
 
+QString Fields(const QAbstractItemModel &model, const QStringList &titles)
+{
+    const QStringList all = Titles(model);
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        QStringList cells;
+        for (const QString &title : titles)
+            cells << model.data(model.index(row, all.indexOf(title))).toString();
+        rows << cells.join(QLatin1Char(' '));
+    }
+    return rows.join(QStringLiteral(", "));
+}
+
 QStringList Column(const QAbstractItemModel &model, int column)
 {
     QStringList cells;

@@ -17,6 +17,9 @@ QStringList Rows(const QAbstractItemModel &model);
 QStringList Cells(const QAbstractItemModel &model);
 // The display text of one column, top to bottom.
 QStringList Column(const QAbstractItemModel &model, int column);
+// The cells of the columns with these titles, a row's cells joined by " "
+// and the rows by ", ".
+QString Fields(const QAbstractItemModel &model, const QStringList &titles);
 // The rows that show the flag icon, as "1 4".
 QString FlaggedRows(const QAbstractItemModel &model);
 // The rows of the whole table whose flag is `flagged`, hidden or not, as

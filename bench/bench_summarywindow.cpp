@@ -1,0 +1,112 @@
+// The participant summary window on a combined view of 1,000,000 rows from
+// the sample generator over 40 participants, by two condition columns with
+// modified-recursive trimming: what a setting changed, or a row hidden and
+// shown in the main window, costs until the window's table is painted anew.
+
+#include "analysissession.h"
+#include "benchdata.h"
+#include "mainwindow.h"
+#include "participantsummarywindow.h"
+#include "samplefilewriter.h"
+#include "testenvironment.h"
+
+#include <QAction>
+#include <QListWidget>
+#include <QTableView>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+// The window reads and writes its settings; a temporary home keeps the
+// user's own out of reach. Made before main(), so before the application.
+const TestEnvironment environment;
+
+const int kParticipants = 40;
+const int kRowsPerParticipant = 25000;
+
+SummarySettings Settings(const QString &minAccuracy)
+{
+    SummarySettings settings;
+    settings.conditionColumns = QStringList{QStringLiteral("Block Name"), QStringLiteral("Congruency")};
+    settings.procedure = SummarySettings::Procedure::ModifiedRecursive;
+    TypedNumber::Read(minAccuracy, &settings.minAccuracy);
+    return settings;
+}
+
+// The main window with every participant's file selected, and the summary
+// window open on them.
+class SummaryScene
+{
+public:
+    SummaryScene()
+    {
+        SampleFileOptions options;
+        options.rows = kRowsPerParticipant;
+        const QStringList paths = SampleFileWriter::WriteParticipants(dir.path(), kParticipants, options);
+        if (paths.isEmpty())
+            qFatal("Cannot write the sample files");
+        window.show();
+        window.OpenFiles(paths);
+        window.findChild<QListWidget *>(QStringLiteral("fileNamesList"))->selectAll();
+        Session().SetSettings(Settings(QString()));
+        Trigger("actionParticipant_Summary");
+    }
+
+    AnalysisSession &Session() { return *window.findChild<AnalysisSession *>(QStringLiteral("analysisSession")); }
+    QTableView *Raw() { return window.findChild<QTableView *>(QStringLiteral("rawDataView")); }
+    // The summary table painted now, as the next paint event would.
+    void PaintTable()
+    {
+        window.findChild<ParticipantSummaryWindow *>()->findChild<QTableView *>(QStringLiteral("summaryTable"))
+            ->viewport()
+            ->repaint();
+    }
+    void Trigger(const char *action) { window.findChild<QAction *>(QString::fromLatin1(action))->trigger(); }
+
+private:
+    QTemporaryDir dir;
+    MainWindow window;
+};
+
+void Count(benchmark::State &state, SummaryScene &scene)
+{
+    state.counters["rows"] = kParticipants * kRowsPerParticipant;
+    state.counters["cells"] = scene.Session().Result().cells.size();
+}
+
+// A threshold of 0 leaves everyone in, so each setting computes all.
+void BM_SummaryWindowSettingChanged(benchmark::State &state)
+{
+    SummaryScene scene;
+    int iteration = 0;
+    for (auto _ : state) {
+        scene.Session().SetSettings(Settings(++iteration % 2 ? QStringLiteral("0") : QString()));
+        scene.PaintTable();
+    }
+    Count(state, scene);
+}
+// The scene takes seconds to make, so each benchmark makes it once.
+BENCHMARK(BM_SummaryWindowSettingChanged)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
+
+// The main window's own work of hiding and showing is timed with it.
+void BM_SummaryWindowRowHiddenAndShown(benchmark::State &state)
+{
+    SummaryScene scene;
+    for (auto _ : state) {
+        scene.Raw()->selectRow(0);
+        scene.Trigger("actionHide_Selected_Rows");
+        scene.PaintTable();
+        scene.Trigger("actionShow_All_Rows");
+        scene.PaintTable();
+    }
+    Count(state, scene);
+}
+BENCHMARK(BM_SummaryWindowRowHiddenAndShown)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
+
+} // namespace
+
+ZEPHLANE_BENCHMARK_MAIN()
