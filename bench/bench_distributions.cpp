@@ -1,22 +1,18 @@
-// The distributions window drawn again whenever a setting or a hidden row
-// changes: on 1,000,000 rows from the sample generator over 40
-// participants, the summary computed again as the analysis session does
-// it (the summary benchmark's Block Name and Congruency, modified-recursive,
-// with bounds of 200 and 2000 ms), then the numbers of the plot in view
-// for all participants together and the plot drawn at the window's size,
-// one benchmark per kind of plot.
+// The distributions window on a combined view of 1,000,000 rows from the
+// sample generator over 40 participants, with the summary benchmark's
+// settings (Block Name and Congruency, modified-recursive): what a setting
+// changed, or a row hidden and shown in the main window, costs until the
+// plot in view, for all participants, is painted anew. One benchmark per
+// kind of plot.
 
-#include "accuracyplot.h"
+#include "analysissession.h"
 #include "benchdata.h"
-#include "conditionalaccuracy.h"
-#include "deltaplot.h"
 #include "distributionswindow.h"
-#include "histogrambins.h"
-#include "histogramgrid.h"
-#include "summarycomputation.h"
-#include "vincentiledeltas.h"
-#include "vincentileplot.h"
-#include "vincentiles.h"
+#include "testenvironment.h"
+
+#include <QComboBox>
+#include <QStackedWidget>
+#include <QTableView>
 
 #include <benchmark/benchmark.h>
 
@@ -24,66 +20,85 @@ namespace {
 
 using PlotKind = DistributionsWindow::PlotKind;
 
-const QSize kPlotSize(780, 700);
+// The window reads and writes its settings; a temporary home keeps the
+// user's own out of reach. Made before main(), so before the application.
+const TestEnvironment environment;
 
-SummarySettings Settings()
+SummarySettings Settings(const QString &minAccuracy)
 {
     SummarySettings settings;
     settings.conditionColumns = QStringList{QStringLiteral("Block Name"), QStringLiteral("Congruency")};
     settings.procedure = SummarySettings::Procedure::ModifiedRecursive;
-    TypedNumber::Read(QStringLiteral("200"), &settings.min);
-    TypedNumber::Read(QStringLiteral("2000"), &settings.max);
+    TypedNumber::Read(minAccuracy, &settings.minAccuracy);
     return settings;
 }
 
-// The numbers and the picture of one kind of plot; returns the widget drawn.
-QWidget *Draw(PlotKind kind, const SummaryResult &result, HistogramGrid &histogram, VincentilePlot &vincentiles,
-              AccuracyPlot &accuracy, DeltaPlot &delta)
+// The main window with every participant's file selected, and the
+// distributions window open on them.
+class DistributionsScene : public BenchData::MillionRowWindow
 {
-    const ParticipantChoice all;
-    switch (kind) {
-    case PlotKind::Histogram:
-        histogram.Show(HistogramBins(result, all));
-        return &histogram;
-    case PlotKind::Vincentiles:
-        vincentiles.Show(Vincentiles(result, all));
-        return &vincentiles;
-    case PlotKind::ConditionalAccuracy:
-        accuracy.Show(ConditionalAccuracy(result, all));
-        return &accuracy;
-    case PlotKind::Delta:
-        delta.Show(VincentileDeltas(result, Vincentiles(result, all), 0, 1));
-        return &delta;
+public:
+    DistributionsScene()
+    {
+        Session().SetSettings(Settings(QString()));
+        Trigger("actionDistributions");
     }
-    return nullptr;
-}
 
-void BM_DistributionsRedraw(benchmark::State &state)
-{
-    const auto kind = PlotKind(state.range(0));
-    const QVector<ParticipantTrials> participants = BenchData::ReadTrials(BenchData::MillionRowFiles());
-    const SummarySettings settings = Settings();
-    HistogramGrid histogram;
-    VincentilePlot vincentiles;
-    AccuracyPlot accuracy;
-    DeltaPlot delta;
-    for (QWidget *plot : std::initializer_list<QWidget *>{&histogram, &vincentiles, &accuracy, &delta})
-        plot->resize(kPlotSize);
-    qint64 rows = 0;
-    for (const ParticipantTrials &trials : participants)
-        rows += trials.RowCount();
-    for (auto _ : state) {
-        const SummaryResult result = SummaryComputation::Run(participants, settings);
-        QWidget *plot = Draw(kind, result, histogram, vincentiles, accuracy, delta);
-        benchmark::DoNotOptimize(plot->grab().cacheKey());
+    void Show(PlotKind kind)
+    {
+        Distributions()->findChild<QComboBox *>(QStringLiteral("plotKindBox"))->setCurrentIndex(int(kind));
     }
-    state.counters["rows"] = double(rows);
+    // The plot in view painted now, as the next paint event would.
+    void PaintPlot()
+    {
+        Distributions()->findChild<QStackedWidget *>(QStringLiteral("plotStack"))->currentWidget()->repaint();
+    }
+
+private:
+    DistributionsWindow *Distributions() { return Window().findChild<DistributionsWindow *>(); }
+};
+
+// The scene takes seconds to make, so each benchmark makes it once. A
+// threshold of 0 leaves everyone in, so each setting computes all.
+void BM_DistributionsSettingChanged(benchmark::State &state)
+{
+    DistributionsScene scene;
+    scene.Show(PlotKind(state.range(0)));
+    int iteration = 0;
+    for (auto _ : state) {
+        scene.Session().SetSettings(Settings(++iteration % 2 ? QStringLiteral("0") : QString()));
+        scene.PaintPlot();
+    }
+    scene.Count(state);
 }
-BENCHMARK(BM_DistributionsRedraw)
+BENCHMARK(BM_DistributionsSettingChanged)
     ->ArgName("plot")
     ->DenseRange(int(PlotKind::Histogram), int(PlotKind::Delta))
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->UseRealTime()
+    ->Iterations(10);
+
+// The main window's own work of hiding and showing is timed with it: two
+// redraws an iteration.
+void BM_DistributionsRowHiddenAndShown(benchmark::State &state)
+{
+    DistributionsScene scene;
+    scene.Show(PlotKind(state.range(0)));
+    for (auto _ : state) {
+        scene.Raw()->selectRow(0);
+        scene.Trigger("actionHide_Selected_Rows");
+        scene.PaintPlot();
+        scene.Trigger("actionShow_All_Rows");
+        scene.PaintPlot();
+    }
+    scene.Count(state);
+}
+BENCHMARK(BM_DistributionsRowHiddenAndShown)
+    ->ArgName("plot")
+    ->DenseRange(int(PlotKind::Histogram), int(PlotKind::Delta))
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Iterations(5);
 
 } // namespace
 

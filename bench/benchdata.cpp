@@ -1,12 +1,16 @@
 #include "benchdata.h"
 
+#include "analysissession.h"
 #include "datafile.h"
 #include "samplefilewriter.h"
 #include "trialextractor.h"
 
+#include <QAction>
 #include <QFile>
 #include <QFileInfo>
+#include <QListWidget>
 #include <QProcess>
+#include <QTableView>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -104,6 +108,34 @@ QVector<ParticipantTrials> ReadTrials(const QStringList &paths)
         participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), QFileInfo(path).fileName()));
     }
     return participants;
+}
+
+MillionRowWindow::MillionRowWindow()
+{
+    window.show();
+    window.OpenFiles(MillionRowFiles());
+    window.findChild<QListWidget *>(QStringLiteral("fileNamesList"))->selectAll();
+}
+
+AnalysisSession &MillionRowWindow::Session()
+{
+    return *window.findChild<AnalysisSession *>(QStringLiteral("analysisSession"));
+}
+
+QTableView *MillionRowWindow::Raw()
+{
+    return window.findChild<QTableView *>(QStringLiteral("rawDataView"));
+}
+
+void MillionRowWindow::Trigger(const char *action)
+{
+    window.findChild<QAction *>(QString::fromLatin1(action))->trigger();
+}
+
+void MillionRowWindow::Count(benchmark::State &state)
+{
+    state.counters["rows"] = kMillionRowParticipants * kMillionRowTrials;
+    state.counters["cells"] = Session().Result().cells.size();
 }
 
 double StatusBytes(const QByteArray &key)

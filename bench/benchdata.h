@@ -1,9 +1,13 @@
 #pragma once
 
 #include "datafilebuilder.h"
+#include "mainwindow.h"
 #include "participanttrials.h"
 
 #include <QApplication>
+
+class AnalysisSession;
+class QTableView;
 
 #include <benchmark/benchmark.h>
 
@@ -31,6 +35,25 @@ const QStringList &MillionRowFiles();
 // The files read into columns as the analysis session reads them, once
 // per file.
 QVector<ParticipantTrials> ReadTrials(const QStringList &paths);
+
+// The main window with MillionRowFiles() open and all selected, one
+// combined view, for the benchmarks of the analysis windows; it takes
+// seconds to make.
+class MillionRowWindow
+{
+public:
+    MillionRowWindow();
+
+    MainWindow &Window() { return window; }
+    AnalysisSession &Session();
+    QTableView *Raw();
+    void Trigger(const char *action);
+    // The rows and cells of the summary in view.
+    void Count(benchmark::State &state);
+
+private:
+    MainWindow window;
+};
 
 // A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
 double StatusBytes(const QByteArray &key);
