@@ -17,6 +17,8 @@ QString SummaryResult::ConditionLabel(int condition) const
 QVector<QVector<TimedResponse>> SummaryResult::ResponsesByCell() const
 {
     QVector<QVector<TimedResponse>> responses(cells.size());
+    for (int i = 0; i < cells.size(); ++i)
+        responses[i].reserve(cells[i].codes[0] + cells[i].codes[1]);
     for (int p = 0; p < participants.size(); ++p) {
         const ParticipantTrials &trials = input[p];
         const QVector<int> &cellOf = cellOfRow[p];
@@ -28,11 +30,6 @@ QVector<QVector<TimedResponse>> SummaryResult::ResponsesByCell() const
             if (cellOf[row] >= 0 && (code == 0 || code == 1) && !std::isnan(time) && InsideBounds(time))
                 responses[cellOf[row]].append(TimedResponse{time, row, code == 0});
         }
-    }
-    for (QVector<TimedResponse> &cell : responses) {
-        std::sort(cell.begin(), cell.end(), [](const TimedResponse &a, const TimedResponse &b) {
-            return a.time < b.time || (a.time == b.time && a.fileRow < b.fileRow);
-        });
     }
     return responses;
 }

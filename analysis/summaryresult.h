@@ -49,6 +49,12 @@ struct TimedResponse
     double time;
     int fileRow;
     bool correct;
+
+    // The order of the function's ranks: by time, equal times by row.
+    static bool Before(const TimedResponse &a, const TimedResponse &b)
+    {
+        return a.time < b.time || (a.time == b.time && a.fileRow < b.fileRow);
+    }
 };
 
 // Everything a participant summary found, as numbers: the table, the
@@ -77,7 +83,8 @@ struct SummaryResult
     int ParticipantsInTable() const;
     // A condition's values joined by " / "; empty with no condition column.
     QString ConditionLabel(int condition) const;
-    // For each cell, its responses ordered by time, equal times by row.
+    // For each cell, its responses in the order of their rows; ranked by
+    // TimedResponse::Before where the order by time counts.
     QVector<QVector<TimedResponse>> ResponsesByCell() const;
     // Whether a time lies inside the absolute bounds of the settings.
     bool InsideBounds(double time) const;

@@ -5,46 +5,12 @@
 // file; that reading is timed on its own.
 
 #include "benchdata.h"
-#include "datafile.h"
-#include "samplefilewriter.h"
 #include "summarycomputation.h"
 #include "summarytable.h"
-#include "trialextractor.h"
-
-#include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 namespace {
-
-const int kParticipants = 40;
-const int kRowsPerParticipant = 25000;
-
-const QStringList &SampleFiles()
-{
-    static QTemporaryDir dir;
-    static QStringList paths;
-    if (paths.isEmpty()) {
-        SampleFileOptions options;
-        options.rows = kRowsPerParticipant;
-        paths = SampleFileWriter::WriteParticipants(dir.path(), kParticipants, options);
-        if (paths.isEmpty())
-            qFatal("Cannot write the sample files");
-    }
-    return paths;
-}
-
-QVector<ParticipantTrials> ReadTrials()
-{
-    QVector<ParticipantTrials> participants;
-    for (const QString &path : SampleFiles()) {
-        DataFile file(path);
-        const MainModel &model = file.GetMainModel();
-        participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), QFileInfo(path).fileName()));
-    }
-    return participants;
-}
 
 SummarySettings Settings()
 {
@@ -57,7 +23,7 @@ SummarySettings Settings()
 // The computation and the table that the window shows.
 void BM_SummaryRecompute(benchmark::State &state)
 {
-    const QVector<ParticipantTrials> participants = ReadTrials();
+    const QVector<ParticipantTrials> participants = BenchData::ReadTrials(BenchData::MillionRowFiles());
     const SummarySettings settings = Settings();
     qint64 rows = 0;
     for (const ParticipantTrials &trials : participants)
@@ -77,9 +43,9 @@ BENCHMARK(BM_SummaryRecompute)->Unit(benchmark::kMillisecond)->UseRealTime();
 // Opening the files and reading each into columns, once per file.
 void BM_SummaryReadFiles(benchmark::State &state)
 {
-    SampleFiles();
+    const QStringList &paths = BenchData::MillionRowFiles();
     for (auto _ : state)
-        benchmark::DoNotOptimize(ReadTrials().size());
+        benchmark::DoNotOptimize(BenchData::ReadTrials(paths).size());
 }
 BENCHMARK(BM_SummaryReadFiles)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
 

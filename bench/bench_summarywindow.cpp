@@ -5,28 +5,18 @@
 
 #include "analysissession.h"
 #include "benchdata.h"
-#include "mainwindow.h"
 #include "participantsummarywindow.h"
-#include "samplefilewriter.h"
 #include "testenvironment.h"
 
-#include <QAction>
-#include <QListWidget>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <memory>
 
 namespace {
 
 // The window reads and writes its settings; a temporary home keeps the
 // user's own out of reach. Made before main(), so before the application.
 const TestEnvironment environment;
-
-const int kParticipants = 40;
-const int kRowsPerParticipant = 25000;
 
 SummarySettings Settings(const QString &minAccuracy)
 {
@@ -39,44 +29,23 @@ SummarySettings Settings(const QString &minAccuracy)
 
 // The main window with every participant's file selected, and the summary
 // window open on them.
-class SummaryScene
+class SummaryScene : public BenchData::MillionRowWindow
 {
 public:
     SummaryScene()
     {
-        SampleFileOptions options;
-        options.rows = kRowsPerParticipant;
-        const QStringList paths = SampleFileWriter::WriteParticipants(dir.path(), kParticipants, options);
-        if (paths.isEmpty())
-            qFatal("Cannot write the sample files");
-        window.show();
-        window.OpenFiles(paths);
-        window.findChild<QListWidget *>(QStringLiteral("fileNamesList"))->selectAll();
         Session().SetSettings(Settings(QString()));
         Trigger("actionParticipant_Summary");
     }
 
-    AnalysisSession &Session() { return *window.findChild<AnalysisSession *>(QStringLiteral("analysisSession")); }
-    QTableView *Raw() { return window.findChild<QTableView *>(QStringLiteral("rawDataView")); }
     // The summary table painted now, as the next paint event would.
     void PaintTable()
     {
-        window.findChild<ParticipantSummaryWindow *>()->findChild<QTableView *>(QStringLiteral("summaryTable"))
+        Window().findChild<ParticipantSummaryWindow *>()->findChild<QTableView *>(QStringLiteral("summaryTable"))
             ->viewport()
             ->repaint();
     }
-    void Trigger(const char *action) { window.findChild<QAction *>(QString::fromLatin1(action))->trigger(); }
-
-private:
-    QTemporaryDir dir;
-    MainWindow window;
 };
-
-void Count(benchmark::State &state, SummaryScene &scene)
-{
-    state.counters["rows"] = kParticipants * kRowsPerParticipant;
-    state.counters["cells"] = scene.Session().Result().cells.size();
-}
 
 // A threshold of 0 leaves everyone in, so each setting computes all.
 void BM_SummaryWindowSettingChanged(benchmark::State &state)
@@ -87,7 +56,7 @@ void BM_SummaryWindowSettingChanged(benchmark::State &state)
         scene.Session().SetSettings(Settings(++iteration % 2 ? QStringLiteral("0") : QString()));
         scene.PaintTable();
     }
-    Count(state, scene);
+    scene.Count(state);
 }
 // The scene takes seconds to make, so each benchmark makes it once.
 BENCHMARK(BM_SummaryWindowSettingChanged)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(20);
@@ -103,7 +72,7 @@ void BM_SummaryWindowRowHiddenAndShown(benchmark::State &state)
         scene.Trigger("actionShow_All_Rows");
         scene.PaintTable();
     }
-    Count(state, scene);
+    scene.Count(state);
 }
 BENCHMARK(BM_SummaryWindowRowHiddenAndShown)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 

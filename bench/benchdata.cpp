@@ -1,12 +1,28 @@
 #include "benchdata.h"
 
+#include "analysissession.h"
+#include "datafile.h"
+#include "samplefilewriter.h"
+#include "trialextractor.h"
+
+#include <QAction>
 #include <QFile>
 #include <QFileInfo>
+#include <QListWidget>
 #include <QProcess>
+#include <QTableView>
+#include <QTemporaryDir>
 
 #include <sys/resource.h>
 
 namespace BenchData {
+
+namespace {
+
+const int kMillionRowParticipants = 40;
+const int kMillionRowTrials = 25000;
+
+} // namespace
 
 DataFileBuilder Participant(int participant, int rows)
 {
@@ -67,6 +83,59 @@ void RunTool(benchmark::State &state, const QString &program, const QStringList 
     state.counters["output_MB"] = double(QFileInfo(output).size()) / 1e6;
     state.counters["peak_MB"] = peakBytes / 1e6;
     state.counters["peak_per_input"] = peakBytes / inputBytes;
+}
+
+const QStringList &MillionRowFiles()
+{
+    static QTemporaryDir dir;
+    static QStringList paths;
+    if (paths.isEmpty()) {
+        SampleFileOptions options;
+        options.rows = kMillionRowTrials;
+        paths = SampleFileWriter::WriteParticipants(dir.path(), kMillionRowParticipants, options);
+        if (paths.isEmpty())
+            qFatal("Cannot write the sample files");
+    }
+    return paths;
+}
+
+QVector<ParticipantTrials> ReadTrials(const QStringList &paths)
+{
+    QVector<ParticipantTrials> participants;
+    for (const QString &path : paths) {
+        DataFile file(path);
+        const MainModel &model = file.GetMainModel();
+        participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), QFileInfo(path).fileName()));
+    }
+    return participants;
+}
+
+MillionRowWindow::MillionRowWindow()
+{
+    window.show();
+    window.OpenFiles(MillionRowFiles());
+    window.findChild<QListWidget *>(QStringLiteral("fileNamesList"))->selectAll();
+}
+
+AnalysisSession &MillionRowWindow::Session()
+{
+    return *window.findChild<AnalysisSession *>(QStringLiteral("analysisSession"));
+}
+
+QTableView *MillionRowWindow::Raw()
+{
+    return window.findChild<QTableView *>(QStringLiteral("rawDataView"));
+}
+
+void MillionRowWindow::Trigger(const char *action)
+{
+    window.findChild<QAction *>(QString::fromLatin1(action))->trigger();
+}
+
+void MillionRowWindow::Count(benchmark::State &state)
+{
+    state.counters["rows"] = kMillionRowParticipants * kMillionRowTrials;
+    state.counters["cells"] = Session().Result().cells.size();
 }
 
 double StatusBytes(const QByteArray &key)

@@ -1,8 +1,13 @@
 #pragma once
 
 #include "datafilebuilder.h"
+#include "mainwindow.h"
+#include "participanttrials.h"
 
 #include <QApplication>
+
+class AnalysisSession;
+class QTableView;
 
 #include <benchmark/benchmark.h>
 
@@ -22,6 +27,33 @@ double WriteParticipants(const QString &directory, int files, int rows, QStringL
 // reads, and the size of what it wrote to `output`.
 void RunTool(benchmark::State &state, const QString &program, const QStringList &arguments, double inputBytes,
              const QString &output);
+
+// The sample generator's files of 40 participants with 25,000 trials
+// each, 1,000,000 rows as the analysis windows must keep up with; written
+// once per program into a temporary directory.
+const QStringList &MillionRowFiles();
+// The files read into columns as the analysis session reads them, once
+// per file.
+QVector<ParticipantTrials> ReadTrials(const QStringList &paths);
+
+// The main window with MillionRowFiles() open and all selected, one
+// combined view, for the benchmarks of the analysis windows; it takes
+// seconds to make.
+class MillionRowWindow
+{
+public:
+    MillionRowWindow();
+
+    MainWindow &Window() { return window; }
+    AnalysisSession &Session();
+    QTableView *Raw();
+    void Trigger(const char *action);
+    // The rows and cells of the summary in view.
+    void Count(benchmark::State &state);
+
+private:
+    MainWindow window;
+};
 
 // A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
 double StatusBytes(const QByteArray &key);

@@ -5,6 +5,7 @@
 
 #include "analysissession.h"
 #include "datafile.h"
+#include "distributionswindow.h"
 #include "participantsummarywindow.h"
 
 // The record in focus: one file, or the files of a combined record in the
@@ -22,4 +23,11 @@ void MainWindow::OpenParticipantSummary()
     if (!summaryWindow)
         summaryWindow = new ParticipantSummaryWindow(*analysisSession, this);
     summaryWindow->Open();
+}
+
+void MainWindow::OpenDistributions()
+{
+    if (!distributionsWindow)
+        distributionsWindow = new DistributionsWindow(*analysisSession, this);
+    distributionsWindow->Open();
 }

@@ -7,6 +7,7 @@
 
 #include "analysissession.h"
 #include "datafile.h"
+#include "distributionswindow.h"
 #include "flagdelegate.h"
 #include "flagspecialdialog.h"
 #include "mainmodel.h"
@@ -118,6 +119,7 @@ void MainWindow::ConnectForm()
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::TabsSetActionsEnabled);
     connect(ui->actionAbout, &QAction::triggered, this, &MainWindow::OpenAboutDialog);
     connect(ui->actionParticipant_Summary, &QAction::triggered, this, &MainWindow::OpenParticipantSummary);
+    connect(ui->actionDistributions, &QAction::triggered, this, &MainWindow::OpenDistributions);
 }
 
 void MainWindow::InitialiseViews()
@@ -294,11 +296,13 @@ void MainWindow::SaveSettings() const
 }
 
 // Flags, hidden rows and colours are not kept, so there is nothing to ask.
-// An open summary window closes too, and keeps its settings as it does.
+// Open analysis windows close too, and keep their settings as they do.
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (summaryWindow && summaryWindow->isVisible())
-        summaryWindow->close();
+    for (QWidget *analysis : std::initializer_list<QWidget *>{summaryWindow, distributionsWindow}) {
+        if (analysis && analysis->isVisible())
+            analysis->close();
+    }
     SaveSettings();
     event->accept();
 }

@@ -13,6 +13,7 @@
 class AnalysisSession;
 class BaseModel;
 class DataFile;
+class DistributionsWindow;
 class FlagSpecialDialog;
 class MainModel;
 class MergeDialog;
@@ -125,6 +126,7 @@ private:
     // Analysis windows.
     void ShowFilesToAnalysis(const QVector<int> &rows);
     void OpenParticipantSummary();
+    void OpenDistributions();
 
     // Summary tab.
     void UpdateGeneralSummary();
@@ -182,8 +184,9 @@ private:
     int sectionArrowAnchor = -1;
     // The files in view as the analysis windows see them.
     AnalysisSession *analysisSession = nullptr;
-    // Made when first asked for.
+    // The analysis windows, made when first asked for.
     ParticipantSummaryWindow *summaryWindow = nullptr;
+    DistributionsWindow *distributionsWindow = nullptr;
     CloudClient cloudClient;
     CloudCache cloudCache;
     CloudProfile cloudProfile;

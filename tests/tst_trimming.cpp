@@ -364,17 +364,22 @@ private slots:
     }
 
     // The conditional accuracy function's rows: correct and incorrect ones
-    // with a valid time inside the bounds, by time and equal times by row.
-    void responsesComeByTimeThenRow()
+    // with a valid time inside the bounds, in row order; ranked by time and
+    // equal times by row.
+    void responsesComeInRowOrderAndRankByTimeThenRow()
     {
         SummaryFiles files;
         files.Participant("p1", {"B1,T1,C,300,con", "B1,T1,E,200,con", "B1,T1,C,200,con", "B1,T1,NR,250,con",
                                  "B1,T1,C,,con", "B1,T1,E,900,con", "B1,T1,SC,100,con"});
         const SummaryResult result = files.Run(Settings(Procedure::Absolute, "", "800"));
-        QStringList responses;
-        for (const TimedResponse &response : result.ResponsesByCell().value(0))
-            responses << QString("%1@%2%3").arg(response.time).arg(response.fileRow + 1).arg(response.correct ? 'C' : 'E');
-        QCOMPARE(responses, (QStringList{"200@2E", "200@3C", "300@1C"}));
+        QVector<TimedResponse> responses = result.ResponsesByCell().value(0);
+        QStringList inRowOrder;
+        for (const TimedResponse &response : responses)
+            inRowOrder << QString("%1@%2%3").arg(response.time).arg(response.fileRow + 1).arg(response.correct ? 'C' : 'E');
+        QCOMPARE(inRowOrder, (QStringList{"300@1C", "200@2E", "200@3C"}));
+        std::sort(responses.begin(), responses.end(), TimedResponse::Before);
+        QCOMPARE(responses[0].fileRow + 1, 2);
+        QCOMPARE(responses[1].fileRow + 1, 3);
     }
 };
 

@@ -4,9 +4,10 @@
 # says what to run.
 set -eu
 
-PACKAGES="cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libcurl4-openssl-dev \
-libminizip-dev zlib1g-dev libbenchmark-dev xvfb xauth python3 fonts-dejavu-core \
-desktop-file-utils appstream python3-pandas clang-14 libclang-rt-14-dev dpkg-dev lintian"
+PACKAGES="cmake g++ make pkg-config qtbase5-dev qtbase5-dev-tools libqt5svg5-dev \
+libqwt-qt5-dev libqwt-doc libcurl4-openssl-dev libminizip-dev zlib1g-dev libbenchmark-dev \
+xvfb xauth python3 fonts-dejavu-core desktop-file-utils appstream python3-pandas clang-14 \
+libclang-rt-14-dev dpkg-dev lintian"
 
 missing=""
 for p in $PACKAGES; do

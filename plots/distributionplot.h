@@ -1,0 +1,35 @@
+#pragma once
+
+#include <qwt_plot.h>
+
+class QwtPlotTextLabel;
+
+// What every distribution plot shares: a white canvas with a light grid,
+// axes titled with their units, and a message said on the canvas where
+// there is nothing to draw, in place of an empty frame.
+class DistributionPlot : public QwtPlot
+{
+    Q_OBJECT
+
+public:
+    explicit DistributionPlot(QWidget *parent = nullptr);
+
+    // Takes away what was drawn and says why there is nothing.
+    void ShowMessage(const QString &text);
+    // The message on the canvas; empty while data is drawn.
+    QString Message() const;
+
+    // A condition's name in a legend; "All trials" with no condition
+    // column chosen, where a condition has no name.
+    static QString LegendName(const QString &condition);
+
+protected:
+    // Takes away the data drawn and the message, keeping the grid.
+    void Clear();
+    void SetAxisTitles(const QString &x, const QString &y);
+    // Gives an axis the scale engine's rounded bounds around min to max.
+    void SetAxisRange(int axis, double min, double max);
+
+private:
+    QwtPlotTextLabel *message;
+};

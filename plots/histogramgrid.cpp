@@ -1,0 +1,106 @@
+#include "histogramgrid.h"
+
+#include "histogrambins.h"
+#include "histogramplot.h"
+
+#include <qwt_interval.h>
+
+#include <QGridLayout>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+const int kOneColumnUpTo = 3;
+const int kTwoColumnsUpTo = 6;
+
+int ColumnsFor(int panels)
+{
+    if (panels <= kOneColumnUpTo)
+        return 1;
+    if (panels <= kTwoColumnsUpTo)
+        return 2;
+    return int(std::ceil(std::sqrt(double(panels))));
+}
+
+// The times every panel shows: all bins, and every criterion and bound,
+// so that a line far from the data is seen to lie there.
+QwtInterval TimeRange(const HistogramBins &bins)
+{
+    QwtInterval range(bins.BinStart(0), bins.BinStart(bins.BinCount()));
+    const auto include = [&range](double time) {
+        if (!std::isnan(time))
+            range = range.extend(time);
+    };
+    for (const HistogramSeries &bars : bins.Series()) {
+        include(bars.lowerCriterion);
+        include(bars.upperCriterion);
+    }
+    include(bins.LowerBound());
+    include(bins.UpperBound());
+    return range;
+}
+
+int HighestColumn(const HistogramBins &bins)
+{
+    int highest = 1;
+    for (const HistogramSeries &bars : bins.Series()) {
+        for (int bin = 0; bin < bins.BinCount(); ++bin)
+            highest = std::max(highest, bars.kept[bin] + bars.removed[bin]);
+    }
+    return highest;
+}
+
+} // namespace
+
+HistogramGrid::HistogramGrid(QWidget *parent)
+    : QWidget(parent)
+    , grid(new QGridLayout(this))
+{
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(4);
+}
+
+void HistogramGrid::Show(const HistogramBins &bins)
+{
+    if (bins.IsEmpty()) {
+        ShowMessage(tr("No correct trials"));
+        return;
+    }
+    const auto shared = std::make_shared<const HistogramBins>(bins);
+    SetPanelCount(shared->Series().size());
+    const QwtInterval times = TimeRange(bins);
+    const QwtInterval counts(0, HighestColumn(bins));
+    for (int i = 0; i < panels.size(); ++i) {
+        panels[i]->Show(shared, i);
+        panels[i]->SetRanges(times, counts);
+        panels[i]->replot();
+    }
+}
+
+void HistogramGrid::ShowMessage(const QString &text)
+{
+    SetPanelCount(1);
+    panels[0]->ShowMessage(text);
+}
+
+// Panels are kept and reused; each is placed anew, with axis titles on
+// the bottom row and the left column only.
+void HistogramGrid::SetPanelCount(int count)
+{
+    while (panels.size() > count)
+        delete panels.takeLast();
+    while (panels.size() < count)
+        panels.append(new HistogramPlot(this));
+    const int columns = ColumnsFor(count);
+    const int rows = (count + columns - 1) / columns;
+    for (HistogramPlot *panel : panels)
+        grid->removeWidget(panel);
+    for (int i = 0; i < count; ++i) {
+        const int row = i / columns;
+        const int column = i % columns;
+        grid->addWidget(panels[i], row, column);
+        panels[i]->ShowAxisTitles(row == rows - 1 || i + columns >= count, column == 0);
+    }
+}

@@ -1,0 +1,110 @@
+#include "histogramplot.h"
+
+#include "fixedpoint.h"
+#include "histogramdata.h"
+#include "plotpalette.h"
+
+#include <qwt_interval.h>
+#include <qwt_plot_histogram.h>
+#include <qwt_legend.h>
+#include <qwt_plot_marker.h>
+#include <qwt_text.h>
+
+#include <cmath>
+#include <numeric>
+
+namespace {
+
+const int kMinimumWidth = 200;
+const int kMinimumHeight = 150;
+
+int Sum(const QVector<int> &counts)
+{
+    return std::accumulate(counts.begin(), counts.end(), 0);
+}
+
+QString TimeText(double time)
+{
+    return FixedPoint::Text(time, 0) + QStringLiteral(" ms");
+}
+
+} // namespace
+
+HistogramPlot::HistogramPlot(QWidget *parent)
+    : DistributionPlot(parent)
+{
+    // Kept and removed on a line each, so that every panel's canvas starts
+    // at the same height whatever the length of its condition's name.
+    // (insertLegend sets the columns of a top legend, so they come after.)
+    auto *legend = new QwtLegend;
+    insertLegend(legend, QwtPlot::TopLegend);
+    legend->setMaxColumns(1);
+    ShowAxisTitles(true, true);
+    // Six panels in three rows fit a window of ordinary height; below its
+    // own minimum a panel squeezes its canvas rather than the window growing.
+    setMinimumSize(kMinimumWidth, kMinimumHeight);
+}
+
+void HistogramPlot::Show(const std::shared_ptr<const HistogramBins> &bins, int series)
+{
+    Clear();
+    const HistogramSeries &bars = bins->Series().at(series);
+    if (bars.Total() == 0) {
+        ShowMessage(tr("No correct trials"));
+        return;
+    }
+    AddHistogram(bins, series, true, tr("%1 (%2 kept)").arg(LegendName(bars.name)).arg(Sum(bars.kept)));
+    AddHistogram(bins, series, false, tr("%1 removed").arg(Sum(bars.removed)));
+    // Criteria are labelled at the top, bounds at the bottom, so that a
+    // criterion next to a bound stays readable.
+    AddLine(bars.lowerCriterion, tr("criterion %1"), Qt::DashLine, Qt::AlignLeft | Qt::AlignTop);
+    AddLine(bars.upperCriterion, tr("criterion %1"), Qt::DashLine, Qt::AlignRight | Qt::AlignTop);
+    AddLine(bins->LowerBound(), tr("min %1"), Qt::DotLine, Qt::AlignLeft | Qt::AlignBottom);
+    AddLine(bins->UpperBound(), tr("max %1"), Qt::DotLine, Qt::AlignRight | Qt::AlignBottom);
+}
+
+void HistogramPlot::SetRanges(const QwtInterval &times, const QwtInterval &counts)
+{
+    SetAxisRange(QwtPlot::xBottom, times.minValue(), times.maxValue());
+    SetAxisRange(QwtPlot::yLeft, counts.minValue(), counts.maxValue());
+}
+
+void HistogramPlot::ShowAxisTitles(bool x, bool y)
+{
+    SetAxisTitles(x ? tr("Reaction time (ms)") : QString(), y ? tr("Correct trials (count)") : QString());
+}
+
+// The removed part is the whole column, kept and removed, drawn behind the
+// kept part: what shows of it is the removed share of each bin.
+void HistogramPlot::AddHistogram(const std::shared_ptr<const HistogramBins> &bins, int series, bool kept,
+                                 const QString &title)
+{
+    const QColor color = kept ? PlotPalette::Color(bins->Series().at(series).condition) : PlotPalette::Removed();
+    auto *histogram = new QwtPlotHistogram(title);
+    histogram->setStyle(QwtPlotHistogram::Columns);
+    histogram->setBrush(color);
+    histogram->setPen(QPen(color.darker(160), 1));
+    histogram->setItemAttribute(QwtPlotItem::Legend, true);
+    histogram->setZ(kept ? 20 : 10);
+    histogram->setData(new HistogramData(bins, series, kept ? HistogramData::Part::Kept : HistogramData::Part::All));
+    histogram->attach(this);
+}
+
+void HistogramPlot::AddLine(double time, const QString &label, Qt::PenStyle style, Qt::Alignment place)
+{
+    if (std::isnan(time))
+        return;
+    auto *line = new QwtPlotMarker;
+    line->setLineStyle(QwtPlotMarker::VLine);
+    line->setLinePen(Qt::black, 1.5, style);
+    line->setXValue(time);
+    QwtText text(label.arg(TimeText(time)));
+    QFont font = text.font();
+    font.setPointSizeF(font.pointSizeF() * 0.85);
+    text.setFont(font);
+    line->setLabel(text);
+    line->setLabelAlignment(place);
+    line->setLabelOrientation(Qt::Vertical);
+    line->setZ(30);
+    line->attach(this);
+}

@@ -1,0 +1,17 @@
+#include "vincentileplot.h"
+
+#include "vincentiles.h"
+
+VincentilePlot::VincentilePlot(QWidget *parent)
+    : LinePlot(parent)
+{
+    SetAxisTitles(tr("Reaction time (ms)"), tr("Cumulative probability"));
+    setAxisScale(QwtPlot::yLeft, 0, 1, 0.1);
+}
+
+void VincentilePlot::Show(const Vincentiles &vincentiles)
+{
+    ShowLines(vincentiles.Lines(),
+              tr("No participant has %1 kept correct times in a condition").arg(Vincentiles::kMinimumTimes));
+    replot();
+}

@@ -1,0 +1,302 @@
+// The distribution plots: what each draws for the numbers it is given
+// (panels, lines and their legends, criteria, messages for nothing to
+// draw), and each export read back.
+
+#include "accuracyplot.h"
+#include "conditionalaccuracy.h"
+#include "deltaplot.h"
+#include "histogrambins.h"
+#include "histogramgrid.h"
+#include "histogramplot.h"
+#include "plotexporter.h"
+#include "summarycomputation.h"
+#include "summaryfiles.h"
+#include "testenvironment.h"
+#include "vincentiledeltas.h"
+#include "vincentileplot.h"
+#include "vincentiles.h"
+
+#include <qwt_legend.h>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_histogram.h>
+#include <qwt_plot_marker.h>
+
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+using Procedure = SummarySettings::Procedure;
+
+const QStringList kByCongruency{QStringLiteral("Congruency")};
+
+// Two participants, two conditions of six correct times each, and one
+// error per condition; p2's inc cell has one time far out.
+SummaryResult TwoConditions(const SummarySettings &settings)
+{
+    SummaryFiles files;
+    files.Participant("p1", QStringList{"B1,T1,C,310,con", "B1,T1,C,350,con", "B1,T1,C,420,con",
+                                        "B1,T1,C,380,con", "B1,T1,C,460,con", "B1,T1,C,500,con",
+                                        "B1,T1,E,300,con", "B1,T1,C,450,inc", "B1,T1,C,480,inc",
+                                        "B1,T1,C,520,inc", "B1,T1,C,610,inc", "B1,T1,C,560,inc",
+                                        "B1,T1,C,700,inc", "B1,T1,E,400,inc"});
+    files.Participant("p2", QStringList{"B1,T1,C,330,con", "B1,T1,C,360,con", "B1,T1,C,390,con",
+                                        "B1,T1,C,440,con", "B1,T1,C,470,con", "B1,T1,C,530,con",
+                                        "B1,T1,E,350,con", "B1,T1,C,470,inc", "B1,T1,C,500,inc",
+                                        "B1,T1,C,540,inc", "B1,T1,C,590,inc", "B1,T1,C,650,inc",
+                                        "B1,T1,C,2900,inc", "B1,T1,E,420,inc"});
+    return files.Run(settings);
+}
+
+// One participant with one correct time in each of `count` conditions
+// "c1", "c2", ...
+SummaryResult Conditions(int count)
+{
+    QStringList rows;
+    for (int i = 1; i <= count; ++i)
+        rows << QStringLiteral("B1,T1,C,%1,c%2").arg(300 + 10 * i).arg(i);
+    SummaryFiles files;
+    files.Participant("p1", rows);
+    return files.Run(SummaryFiles::Settings(kByCongruency));
+}
+
+QStringList Titles(const QwtPlot &plot, int rtti)
+{
+    QStringList titles;
+    for (const QwtPlotItem *item : plot.itemList(rtti))
+        titles << item->title().text();
+    return titles;
+}
+
+QList<double> MarkerTimes(const QwtPlot &plot)
+{
+    QList<double> times;
+    for (const QwtPlotItem *item : plot.itemList(QwtPlotItem::Rtti_PlotMarker))
+        times << static_cast<const QwtPlotMarker *>(item)->xValue();
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
+ParticipantChoice Only(int participant)
+{
+    ParticipantChoice choice;
+    choice.participant = participant;
+    return choice;
+}
+
+} // namespace
+
+class TestPlots : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // Each condition gets a panel of its own, named in its legend with the
+    // kept count; removed times are drawn apart with their count; the
+    // participant's criteria stand where the procedure put them.
+    void histogramHasAPanelPerConditionWithItsCriteria()
+    {
+        const SummaryResult result = TwoConditions(SummaryFiles::Settings(kByCongruency, Procedure::Absolute,
+                                                                          "320", "2000"));
+        HistogramGrid grid;
+        grid.resize(700, 500);
+        grid.Show(HistogramBins(result, Only(1)));
+        QCOMPARE(grid.Panels().size(), 2);
+        const HistogramPlot &con = *grid.Panels()[0];
+        const HistogramPlot &inc = *grid.Panels()[1];
+        QCOMPARE(Titles(con, QwtPlotItem::Rtti_PlotHistogram), (QStringList{"0 removed", "con (6 kept)"}));
+        QCOMPARE(Titles(inc, QwtPlotItem::Rtti_PlotHistogram),
+                 (QStringList{"1 removed", "inc (5 kept)"}));
+        QCOMPARE(MarkerTimes(inc), (QList<double>{320, 2000}));
+        QVERIFY(con.Message().isEmpty());
+        // Shared scales: a bound outside one panel's data is on every panel.
+        QCOMPARE(con.axisScaleDiv(QwtPlot::xBottom), inc.axisScaleDiv(QwtPlot::xBottom));
+        QVERIFY(con.axisScaleDiv(QwtPlot::xBottom).upperBound() >= 2900);
+
+        // Bounds beside a procedure are drawn, far from the data as they
+        // may be.
+        grid.Show(HistogramBins(TwoConditions(SummaryFiles::Settings(kByCongruency, Procedure::Nonrecursive, "100",
+                                                                     "5000")),
+                                ParticipantChoice()));
+        const QwtScaleDiv &times = grid.Panels()[0]->axisScaleDiv(QwtPlot::xBottom);
+        QVERIFY(times.lowerBound() <= 100 && times.upperBound() >= 5000);
+        QCOMPARE(MarkerTimes(*grid.Panels()[0]), (QList<double>{100, 5000}));
+    }
+
+    // Up to three conditions stand one under the other, up to six in two
+    // columns.
+    void histogramPanelsStayReadableUpToSixConditions_data()
+    {
+        QTest::addColumn<int>("conditions");
+        QTest::addColumn<int>("columns");
+        QTest::newRow("one") << 1 << 1;
+        QTest::newRow("three") << 3 << 1;
+        QTest::newRow("four") << 4 << 2;
+        QTest::newRow("six") << 6 << 2;
+        QTest::newRow("seven") << 7 << 3;
+    }
+
+    void histogramPanelsStayReadableUpToSixConditions()
+    {
+        QFETCH(int, conditions);
+        QFETCH(int, columns);
+        HistogramGrid grid;
+        grid.resize(900, 700);
+        grid.Show(HistogramBins(Conditions(conditions), ParticipantChoice()));
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QSet<int> lefts;
+        for (const HistogramPlot *panel : grid.Panels())
+            lefts.insert(panel->x());
+        QCOMPARE(grid.Panels().size(), conditions);
+        QCOMPARE(lefts.size(), columns);
+        QCOMPARE(Titles(*grid.Panels().last(), QwtPlotItem::Rtti_PlotHistogram),
+                 (QStringList{"0 removed", QStringLiteral("c%1 (1 kept)").arg(conditions)}));
+    }
+
+    void linesAreNamedWithTheirParticipants()
+    {
+        const SummaryResult result = TwoConditions(SummaryFiles::Settings(kByCongruency));
+        const Vincentiles vincentiles(result, ParticipantChoice());
+        VincentilePlot plot;
+        plot.Show(vincentiles);
+        QCOMPARE(Titles(plot, QwtPlotItem::Rtti_PlotCurve), (QStringList{"con (n = 2)", "inc (n = 2)"}));
+        QVERIFY(plot.Message().isEmpty());
+
+        AccuracyPlot accuracy;
+        accuracy.Show(ConditionalAccuracy(result, Only(0)));
+        QCOMPARE(Titles(accuracy, QwtPlotItem::Rtti_PlotCurve), (QStringList{"con (n = 1)", "inc (n = 1)"}));
+
+        DeltaPlot delta;
+        delta.Show(VincentileDeltas(result, vincentiles, 0, 1));
+        QCOMPARE(Titles(delta, QwtPlotItem::Rtti_PlotCurve), QStringList{"inc \u2212 con (n = 2)"});
+        // The line of no difference is on the axis.
+        QVERIFY(delta.axisScaleDiv(QwtPlot::yLeft).lowerBound() <= 0);
+
+        // With no condition column the one line is all trials.
+        VincentilePlot pooled;
+        pooled.Show(Vincentiles(TwoConditions(SummarySettings()), ParticipantChoice()));
+        QCOMPARE(Titles(pooled, QwtPlotItem::Rtti_PlotCurve), QStringList{"All trials (n = 2)"});
+    }
+
+    // Nothing to draw is said on the plot, and a later draw takes the
+    // message away.
+    void emptyPlotsSaySo()
+    {
+        SummaryFiles files;
+        files.Participant("p1", QStringList{"B1,T1,E,300,con", "B1,T1,C,310,con"});
+        const SummaryResult sparse = files.Run(SummaryFiles::Settings(kByCongruency));
+        const SummaryResult none = SummaryComputation::Run({}, SummaryFiles::Settings(kByCongruency));
+
+        HistogramGrid grid;
+        grid.Show(HistogramBins(none, ParticipantChoice()));
+        QCOMPARE(grid.Panels().size(), 1);
+        QCOMPARE(grid.Panels()[0]->Message(), QString("No correct trials"));
+        QVERIFY(grid.Panels()[0]->itemList(QwtPlotItem::Rtti_PlotHistogram).isEmpty());
+        grid.Show(HistogramBins(sparse, ParticipantChoice()));
+        QVERIFY(grid.Panels()[0]->Message().isEmpty());
+
+        VincentilePlot vincentiles;
+        vincentiles.Show(Vincentiles(sparse, ParticipantChoice()));
+        QCOMPARE(vincentiles.Message(), QString("No participant has 5 kept correct times in a condition"));
+        QVERIFY(vincentiles.itemList(QwtPlotItem::Rtti_PlotCurve).isEmpty());
+
+        AccuracyPlot accuracy;
+        accuracy.Show(ConditionalAccuracy(sparse, ParticipantChoice()));
+        QVERIFY(accuracy.Message().startsWith("No participant has 5 correct or incorrect trials"));
+
+        const SummaryResult two = TwoConditions(SummaryFiles::Settings(kByCongruency));
+        DeltaPlot delta;
+        delta.Show(VincentileDeltas(two, Vincentiles(two, ParticipantChoice()), 0, 1));
+        QVERIFY(delta.Message().isEmpty());
+        delta.ShowMessage("No participant selected");
+        QCOMPARE(delta.Message(), QString("No participant selected"));
+        QVERIFY(delta.itemList(QwtPlotItem::Rtti_PlotCurve).isEmpty());
+        delta.Show(VincentileDeltas(sparse, Vincentiles(sparse, ParticipantChoice()), 0, 1));
+        QCOMPARE(delta.Message(), QString("No participant has 5 kept correct times in both conditions"));
+    }
+
+    void exportsReadBack_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<bool>("histogram");
+        QTest::newRow("histogram png") << "png" << true;
+        QTest::newRow("histogram svg") << "svg" << true;
+        QTest::newRow("histogram pdf") << "pdf" << true;
+        QTest::newRow("vincentiles png") << "png" << false;
+        QTest::newRow("vincentiles svg") << "svg" << false;
+        QTest::newRow("vincentiles pdf") << "pdf" << false;
+    }
+
+    // 100 x 60 mm at 300 dpi: 1181 x 709 pixels.
+    void exportsReadBack()
+    {
+        QFETCH(QString, suffix);
+        QFETCH(bool, histogram);
+        const SummaryResult result = TwoConditions(SummaryFiles::Settings(kByCongruency));
+        HistogramGrid grid;
+        VincentilePlot plot;
+        grid.Show(HistogramBins(result, ParticipantChoice()));
+        plot.Show(Vincentiles(result, ParticipantChoice()));
+        QWidget *figure = histogram ? static_cast<QWidget *>(&grid) : &plot;
+        figure->resize(600, 400);
+        figure->show();
+        QVERIFY(QTest::qWaitForWindowExposed(figure));
+
+        QTemporaryDir dir;
+        const QString path = dir.filePath("figure." + suffix);
+        QVERIFY(PlotExporter::Write(figure, path, QSizeF(100, 60)));
+        if (suffix == "png") {
+            const QImage image(path);
+            QCOMPARE(image.size(), QSize(1181, 709));
+            QCOMPARE(image.dotsPerMeterX(), qRound(300 / 0.0254));
+            QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+            // The first condition's colour is drawn somewhere.
+            QVERIFY(ContainsColor(image, QColor(0xE6, 0x9F, 0x00)));
+        } else if (suffix == "svg") {
+            QSvgRenderer svg(path);
+            QVERIFY(svg.isValid());
+            QCOMPARE(svg.viewBox().size(), QSize(1181, 709));
+        } else {
+            QFile pdf(path);
+            QVERIFY(pdf.open(QIODevice::ReadOnly));
+            QVERIFY(pdf.size() > 1000);
+            QCOMPARE(pdf.read(4), QByteArray("%PDF"));
+        }
+    }
+
+    void exportAtAnotherResolution()
+    {
+        VincentilePlot plot;
+        plot.resize(400, 300);
+        QTemporaryDir dir;
+        QVERIFY(PlotExporter::Write(&plot, dir.filePath("low.png"), QSizeF(254, 127), 72));
+        QCOMPARE(QImage(dir.filePath("low.png")).size(), QSize(720, 360));
+    }
+
+    void exportRefusesWhatItCannotWrite()
+    {
+        VincentilePlot plot;
+        plot.resize(400, 300);
+        QTemporaryDir dir;
+        QVERIFY(!PlotExporter::Write(&plot, dir.filePath("figure.bmp"), QSizeF(100, 60)));
+        QVERIFY(!QFile::exists(dir.filePath("figure.bmp")));
+        QVERIFY(!PlotExporter::Write(&plot, dir.filePath("missing/figure.png"), QSizeF(100, 60)));
+    }
+
+private:
+    static bool ContainsColor(const QImage &image, const QColor &color)
+    {
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixelColor(x, y) == color)
+                    return true;
+            }
+        }
+        return false;
+    }
+};
+
+ZEPHLANE_TEST_MAIN(TestPlots)
+#include "tst_plots.moc"
