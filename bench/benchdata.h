@@ -15,6 +15,9 @@ DataFileBuilder Participant(int participant, int rows);
 
 // A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
 double StatusBytes(const QByteArray &key);
+// Starts the peak of resident memory ("VmHWM:") afresh from the present
+// use, where the system allows it.
+void ResetPeak();
 
 } // namespace BenchData
 

@@ -230,6 +230,13 @@ bool MainModel::CellNumber(const QModelIndex &index, double *value) const
     return parsed->ok[row];
 }
 
+bool MainModel::ReadNumber(const QModelIndex &index, double *value) const
+{
+    bool ok = false;
+    *value = allColumns[index.column()].values.ToDouble(FileRow(index.row()), &ok);
+    return ok;
+}
+
 // Drawn only once a flag is shown, so that a model made without a GUI
 // application, as the command-line tool makes them, never loads an image.
 const QIcon &MainModel::FlagIcon() const

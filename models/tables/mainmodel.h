@@ -56,6 +56,9 @@ public:
     // QString::toDouble reads it (false when that fails).
     QString CellText(const QModelIndex &index) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
+    // The same read for a few cells, which the parse of a whole column
+    // that CellNumber keeps would not pay for.
+    bool ReadNumber(const QModelIndex &index, double *value) const;
     // Row of the whole file that visible row `row` shows; it names a row for
     // as long as the file is open, hidden or not.
     int FileRowAt(int row) const { return FileRow(row); }
@@ -68,6 +71,10 @@ public:
     double CalculateStandardDeviation();
     // Hides the given visible rows, one notification per row from the last.
     void HideRows(QVector<int> rows);
+    // Hides the same rows as HideRows, told to views as one change of
+    // layout: a sorting proxy follows that at the cost of one change, where
+    // each removal on its own would cost it the whole table.
+    void HideRowsAsLayoutChange(QVector<int> rows);
     void RestoreRows();
 
 signals:
@@ -96,6 +103,7 @@ private:
     int VectorIndex(int row) const;
     bool IsFlagged(int row) const { return flags[VectorIndex(row)]; }
     double CellValue(int column, int row) const;
+    QVector<int> RowsToHide(QVector<int> rows) const;
     template <typename Matches>
     void RunRule(Matches matches);
     void CompactRemovedRows();

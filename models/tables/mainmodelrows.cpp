@@ -141,13 +141,7 @@ double MainModel::CellValue(int column, int row) const
 // until one pass at the end takes them all out.
 void MainModel::HideRows(QVector<int> rows)
 {
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    const int visible = rowCount();
-    while (!rows.isEmpty() && rows.first() < 0)
-        rows.removeFirst();
-    while (!rows.isEmpty() && rows.last() >= visible)
-        rows.removeLast();
+    rows = RowsToHide(std::move(rows));
     pendingRemovals.reserve(rows.size());
     for (int i = rows.size() - 1; i >= 0; --i) {
         const int r = rows[i];
@@ -160,6 +154,43 @@ void MainModel::HideRows(QVector<int> rows)
     }
     CompactRemovedRows();
     emit RowChanged(1);
+}
+
+// The rows that stay keep their order, and every persistent place moves
+// with its row or, when its row goes, lets go.
+void MainModel::HideRowsAsLayoutChange(QVector<int> rows)
+{
+    rows = RowsToHide(std::move(rows));
+    emit layoutAboutToBeChanged();
+    const QModelIndexList places = persistentIndexList();
+    pendingRemovals.reserve(rows.size());
+    for (int i = rows.size() - 1; i >= 0; --i) {
+        pendingRemovals.append(rows[i]);
+        flaggedCount -= int(flags[rows[i]]);
+        hiddenRows.append(visibleRows[rows[i]]);
+    }
+    CompactRemovedRows();
+    QModelIndexList moved;
+    moved.reserve(places.size());
+    for (const QModelIndex &place : places) {
+        const auto after = std::lower_bound(rows.cbegin(), rows.cend(), place.row());
+        const bool gone = after != rows.cend() && *after == place.row();
+        moved.append(gone ? QModelIndex() : index(place.row() - int(after - rows.cbegin()), place.column()));
+    }
+    changePersistentIndexList(places, moved);
+    emit layoutChanged();
+    emit RowChanged(1);
+}
+
+// Visible row numbers in ascending order, each once, out-of-range ones left out.
+QVector<int> MainModel::RowsToHide(QVector<int> rows) const
+{
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    const int visible = rowCount();
+    rows.erase(std::remove_if(rows.begin(), rows.end(), [&](int row) { return row < 0 || row >= visible; }),
+               rows.end());
+    return rows;
 }
 
 int MainModel::VectorIndex(int row) const

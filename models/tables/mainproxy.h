@@ -11,23 +11,15 @@ public:
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    // Brackets a hiding of many rows. The model reports each row on its own,
-    // and following each report would cost the proxy and its view the whole
-    // table every time; the proxy takes them all as one change instead.
-    void BeginRowRemovals();
-    void EndRowRemovals();
+    // Hides visible rows of the raw table as one change rather than one per
+    // row: following each row on its own would cost the proxy and its view
+    // the whole table every time.
+    void HideRows(const QVector<int> &rows);
 
 protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
-    void ConnectRowRemovals(bool connected);
-    void InvokeLayoutSlot(const char *slot);
-    QVector<int> RanksOfRemainingRows() const;
-
-    bool removalsDeferred = false;
-    // File rows in the order on screen when the hiding began.
-    QVector<int> orderBefore;
-    // While the rows are put in order again: each source row's place.
-    QVector<int> forcedRanks;
+    // While rows are hidden: the place on screen of each file row before.
+    QVector<int> rankOfFileRow;
 };
