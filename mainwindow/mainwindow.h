@@ -23,6 +23,7 @@ class QMenu;
 class QSettings;
 class QTableView;
 class RowColorsDialog;
+class TitleMarkStore;
 
 namespace Ui {
 class MainWindow;
@@ -170,6 +171,9 @@ private:
     // Columns of the raw table sized to their contents since the last
     // autosizing, by model column.
     std::vector<bool> sizedColumns;
+    // The marks of the titles that specificBasisDropDown lists, kept while
+    // it lists them, which may be after their file has gone.
+    std::vector<std::shared_ptr<const TitleMarkStore>> listedTitleMarks;
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     CloudClient cloudClient;

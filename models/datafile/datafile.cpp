@@ -106,7 +106,10 @@ ReadFailure DataFile::ReadFile()
     SectionStores stores = parser.TakeStatistics(&overall);
     QStringList titles;
     QVector<DataColumn> columns;
-    parser.HandOver(&titles, &columns);
+    std::shared_ptr<const TitleMarkStore> marks;
+    parser.HandOver(&titles, &columns, &marks);
+    if (marks)
+        titleMarks.push_back(std::move(marks));
     mainModel.LoadData(titles, columns);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
     return ReadFailure::None;
@@ -117,6 +120,7 @@ void DataFile::CopyFrom(const DataFile &other)
     experimentName = other.experimentName;
     date = other.date;
     overall = other.overall;
+    titleMarks = other.titleMarks;
     mainModel.CopyRows(other.mainModel);
     sectionModel.CopySections(other.sectionModel);
 }
@@ -129,6 +133,7 @@ void DataFile::Combine(const DataFile &other)
         experimentName += QLatin1String(" & ");
     experimentName += other.experimentName;
     date += other.date + QLatin1Char(' ');
+    titleMarks.insert(titleMarks.end(), other.titleMarks.cbegin(), other.titleMarks.cend());
     mainModel.AppendRows(other.mainModel);
     overall.Add(other.overall);
     overall.Finish();

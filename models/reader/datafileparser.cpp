@@ -257,9 +257,11 @@ void DataFileParser::FillTitleMaps(const QVector<QVector<SectionStats>> &section
     InsertInOrder(titleRow, codeColumns, sections, &stores->codeColumns);
 }
 
-void DataFileParser::HandOver(QStringList *titles, QVector<DataColumn> *tableColumns)
+void DataFileParser::HandOver(QStringList *titles, QVector<DataColumn> *tableColumns,
+                              std::shared_ptr<const TitleMarkStore> *marks)
 {
     titles->swap(titleRow.titles);
+    *marks = std::move(titleRow.marks);
     tableColumns->swap(columns);
     titleRow = TitleRow();
     columns.clear();
