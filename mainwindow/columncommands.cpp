@@ -6,8 +6,10 @@
 #include "datafile.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -122,6 +124,13 @@ void MainWindow::Sort(int clicked_column)
                                                 : currentFile->GetMainProxy();
     QTableView *view = sectionTable ? ui->sectionDataView : ui->rawDataView;
     const int state = SortedModel(sectionTable).CycleSortState(clicked_column);
+    // Without a modifier key the column selected below replaces whatever is
+    // selected now, so that goes first: the view then has no selected cells
+    // to carry through the sort, one for each row of a selected column.
+    if (QGuiApplication::keyboardModifiers() == Qt::NoModifier) {
+        const QSignalBlocker quiet(view->selectionModel());
+        view->selectionModel()->clearSelection();
+    }
     int widthChange = 0;
     if (state == 1) {
         proxy.sort(clicked_column, Qt::AscendingOrder);

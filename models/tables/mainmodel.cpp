@@ -132,6 +132,14 @@ void MainModel::AppendRows(const MainModel &other)
     ForgetParsedNumbers();
 }
 
+QModelIndex MainModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (parent.isValid() || row < 0 || column < 0 || row >= visibleRows.size() - pendingRemovals.size()
+        || column >= headers.size())
+        return QModelIndex();
+    return createIndex(row, column);
+}
+
 // A table's cells have no children.
 int MainModel::rowCount(const QModelIndex &parent) const
 {
@@ -212,22 +220,33 @@ QString MainModel::CellText(const QModelIndex &index) const
     return allColumns[index.column()].values.at(FileRow(index.row()));
 }
 
+bool MainModel::CellAscii(const QModelIndex &index, std::string_view *bytes) const
+{
+    return allColumns[index.column()].values.AsciiAt(FileRow(index.row()), bytes);
+}
+
 bool MainModel::CellNumber(const QModelIndex &index, double *value) const
 {
-    auto parsed = parsedNumbers.find(index.column());
+    const NumberColumn &numbers = Numbers(index.column());
+    const int row = FileRow(index.row());
+    *value = numbers.values[row];
+    return numbers.ok[row];
+}
+
+const MainModel::NumberColumn &MainModel::Numbers(int column) const
+{
+    auto parsed = parsedNumbers.find(column);
     if (parsed == parsedNumbers.end()) {
-        const CellList &cells = allColumns[index.column()].values;
-        ParsedColumn column{QVector<double>(cells.size()), QVector<bool>(cells.size())};
+        const CellList &cells = allColumns[column].values;
+        NumberColumn numbers{QVector<double>(cells.size()), QVector<bool>(cells.size())};
         for (int row = 0; row < cells.size(); ++row) {
             bool ok = false;
-            column.values[row] = cells.ToDouble(row, &ok);
-            column.ok[row] = ok;
+            numbers.values[row] = cells.ToDouble(row, &ok);
+            numbers.ok[row] = ok;
         }
-        parsed = parsedNumbers.insert(index.column(), column);
+        parsed = parsedNumbers.insert(column, numbers);
     }
-    const int row = FileRow(index.row());
-    *value = parsed->values[row];
-    return parsed->ok[row];
+    return *parsed;
 }
 
 bool MainModel::ReadNumber(const QModelIndex &index, double *value) const

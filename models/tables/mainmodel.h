@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <string_view>
+
 class QTextStream;
 
 // The table of the raw rows of one data file: every row of the file, the
@@ -32,6 +34,9 @@ public:
     // Adds `other`'s rows below these, joining the columns by exact title.
     void AppendRows(const MainModel &other);
 
+    // A sort asks for two cells at each comparison, so this asks no
+    // further virtual function.
+    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -55,7 +60,19 @@ public:
     // What sorting compares: the cell's text, and the cell read as
     // QString::toDouble reads it (false when that fails).
     QString CellText(const QModelIndex &index) const;
+    // The cell's text as its bytes in the file, where they are ASCII read
+    // as UTF-8, each byte one character; false otherwise.
+    bool CellAscii(const QModelIndex &index, std::string_view *bytes) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
+    // A column's cells read as numbers, by file row. Cells never change once
+    // loaded, so each column is parsed once, when first asked for, rather
+    // than twice for each comparison of a sort.
+    struct NumberColumn
+    {
+        QVector<double> values;
+        QVector<bool> ok;
+    };
+    const NumberColumn &Numbers(int column) const;
     // The same read for a few cells, which the parse of a whole column
     // that CellNumber keeps would not pay for.
     bool ReadNumber(const QModelIndex &index, double *value) const;
@@ -75,6 +92,8 @@ public:
     // layout: a sorting proxy follows that at the cost of one change, where
     // each removal on its own would cost it the whole table.
     void HideRowsAsLayoutChange(QVector<int> rows);
+    // The rows that the two hide: visible rows, ascending, each once.
+    QVector<int> RowsToHide(QVector<int> rows) const;
     void RestoreRows();
 
 signals:
@@ -100,10 +119,10 @@ private:
     int FileRow(int row) const { return visibleRows[VectorIndex(row)]; }
     // Position in visibleRows and flags of visible row `row`; differs from
     // `row` only while HideRows is taking rows out.
-    int VectorIndex(int row) const;
+    int VectorIndex(int row) const { return pendingRemovals.isEmpty() ? row : IndexWhileHiding(row); }
+    int IndexWhileHiding(int row) const;
     bool IsFlagged(int row) const { return flags[VectorIndex(row)]; }
     double CellValue(int column, int row) const;
-    QVector<int> RowsToHide(QVector<int> rows) const;
     template <typename Matches>
     void RunRule(Matches matches);
     void CompactRemovedRows();
@@ -116,13 +135,6 @@ private:
     void WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const;
 
     void ForgetParsedNumbers() { parsedNumbers.clear(); }
-
-    // A column's cells read as numbers, by file row.
-    struct ParsedColumn
-    {
-        QVector<double> values;
-        QVector<bool> ok;
-    };
 
     QStringList headers;
     QVector<DataColumn> allColumns;
@@ -148,7 +160,5 @@ private:
     // Positions of visibleRows that HideRows has announced as removed but
     // not yet taken out, largest first.
     QVector<int> pendingRemovals;
-    // Cells never change once loaded, so a sort parses each column once
-    // rather than twice per comparison.
-    mutable QHash<int, ParsedColumn> parsedNumbers;
+    mutable QHash<int, NumberColumn> parsedNumbers;
 };

@@ -193,10 +193,8 @@ QVector<int> MainModel::RowsToHide(QVector<int> rows) const
     return rows;
 }
 
-int MainModel::VectorIndex(int row) const
+int MainModel::IndexWhileHiding(int row) const
 {
-    if (pendingRemovals.isEmpty())
-        return row;
     // With the removed positions p ascending, the position of visible row
     // `row` is row + t for the smallest t with p[t] - t > row.
     const int count = pendingRemovals.size();

@@ -2,6 +2,10 @@
 
 #include "proxymodel.h"
 
+#include <QVector>
+
+class MainModel;
+
 // The sorting proxy of the raw table; it numbers rows by their place on
 // screen, so the numbers run from 1 without gaps whatever is sorted or hidden.
 class MainProxy : public ProxyModel
@@ -10,6 +14,7 @@ public:
     MainProxy() = default;
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
     // Hides visible rows of the raw table as one change rather than one per
     // row: following each row on its own would cost the proxy and its view
@@ -20,6 +25,21 @@ protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
-    // While rows are hidden: the place on screen of each file row before.
-    QVector<int> rankOfFileRow;
+    // What a sort compares a row by: the cell as a number, when it reads
+    // as one, and otherwise its text, read through the row.
+    struct SortKey
+    {
+        double number;
+        int row;
+        bool isNumber;
+    };
+
+    QVector<SortKey> Keys(const MainModel &table, int column) const;
+    // The rows shown, as rows of the raw table.
+    QVector<int> RowsOnScreen() const;
+    // Ranks the source rows by their places in `rows`.
+    void Rank(const QVector<int> &rows);
+
+    // While a sort runs: the place of each source row in the order it ends in.
+    QVector<int> rankOfRow;
 };
