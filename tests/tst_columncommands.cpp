@@ -69,6 +69,40 @@ private slots:
         QTEST(Raw(width), "shown");
     }
 
+    void sortingSelectsTheSortedColumn_data()
+    {
+        QTest::addColumn<int>("modifier");
+        QTest::addColumn<QString>("selected");
+        // Cells as "time of the row: column". Without a modifier the column
+        // replaces the cells selected before; with Ctrl each click toggles
+        // the column and the cells stay with their rows through the sort.
+        QTest::newRow("no modifier") << int(Qt::NoModifier) << "100:12 200:12 300:12";
+        QTest::newRow("Ctrl") << int(Qt::ControlModifier) << "100:5 100:12 200:12 300:3 300:12";
+    }
+
+    void sortingSelectsTheSortedColumn()
+    {
+        QFETCH(int, modifier);
+        driver->Open(WindowDriver::ThreeTimes());
+        QTableView *raw = driver->Raw();
+        WindowDriver::ClickCell(raw, 0, 3);
+        WindowDriver::ClickCell(raw, 1, 5, Qt::LeftButton, Qt::ControlModifier);
+        raw->scrollTo(raw->model()->index(0, 12));
+        for (int click = 0; click < 2; ++click) {
+            const QHeaderView *header = raw->horizontalHeader();
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::KeyboardModifiers(modifier),
+                              QPoint(header->sectionViewportPosition(12) + 5, header->height() / 2));
+        }
+        QStringList cells;
+        for (const QModelIndex &cell : raw->selectionModel()->selectedIndexes())
+            cells << QString("%1:%2").arg(raw->model()->index(cell.row(), 12).data().toString()).arg(cell.column());
+        std::sort(cells.begin(), cells.end(), [](const QString &a, const QString &b) {
+            return a.section(':', 0, 0) != b.section(':', 0, 0) ? a < b : a.section(':', 1).toInt() < b.section(':', 1).toInt();
+        });
+        QTEST(cells.join(' '), "selected");
+        QCOMPARE(driver->Column(12).join(' '), "100 200 300");
+    }
+
     // Counts 1, 0, 1 in column "C": sorted ascending, B1 with its zero comes
     // first. The preparation is the section table's own, so a cell click in
     // the raw table does not cancel it either.
