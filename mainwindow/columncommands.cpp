@@ -4,6 +4,7 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
+#include "sizingdelegate.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -65,6 +66,7 @@ void MainWindow::AutosizeColumns()
     const int columns = ui->rawDataView->model()->columnCount();
     const bool wide = columns > kColumnsSizedAtOnce;
     sizedColumns.assign(size_t(columns), !wide);
+    const SizingDelegate::Sizing sizing(*sizingDelegate);
     if (wide)
         SizeColumnsInView();
     else
@@ -75,6 +77,7 @@ void MainWindow::SizeColumnsInView()
 {
     const QHeaderView *header = ui->rawDataView->horizontalHeader();
     const int width = ui->rawDataView->viewport()->width();
+    const SizingDelegate::Sizing sizing(*sizingDelegate);
     for (int visual = qMax(0, header->visualIndexAt(0)); visual < header->count(); ++visual) {
         const int column = header->logicalIndex(visual);
         if (header->isSectionHidden(column))

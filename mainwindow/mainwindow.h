@@ -23,6 +23,7 @@ class QMenu;
 class QSettings;
 class QTableView;
 class RowColorsDialog;
+class SizingDelegate;
 class TitleMarkStore;
 
 namespace Ui {
@@ -167,6 +168,7 @@ private:
     MergeDialog *mergeDialog = nullptr;
     QDialog *aboutDialog = nullptr;
     QGraphicsColorizeEffect *disabledEffect = nullptr;
+    SizingDelegate *sizingDelegate = nullptr;
     QString lastDirectory;
     // Columns of the raw table sized to their contents since the last
     // autosizing, by model column.

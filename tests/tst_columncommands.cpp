@@ -150,6 +150,33 @@ private slots:
         QCOMPARE(seen, QStringList({"3 12 1", "300 100 200 -12", "300 100 200 +25", "300 100 200 -0 -15 +25", "300 100 200 +25"}));
     }
 
+    // Cells alike are laid out once while columns are sized; the widths
+    // are those that sizing every cell on its own gives, with a flag and
+    // with texts that differ in width but not in length.
+    void sizesColumnsAsEachCellAsks()
+    {
+        QStringList trials;
+        const QStringList words{"iii", "WWW", "\u00e9t\u00e9", "1", "11", "", "a-b"};
+        for (int row = 0; row < 60; ++row)
+            trials << QString("B%1 %2 %3 %4 %5").arg(row % 3).arg(words[row % words.size()]).arg(row % 4 ? "C" : "E")
+                          .arg(row * 7 % 13).arg(words[row % 5]);
+        driver->Open(WindowDriver::Trials(trials.join(", ")));
+        QTableView *raw = driver->Raw();
+        QVector<int> widths;
+        for (const QString &step : QStringList{"open", "flagged and refreshed"}) {
+            if (step != "open") {
+                WindowDriver::ClickCell(raw, 2, 0);
+                driver->Trigger("actionRefresh_Column_Autosizing");
+            }
+            widths.clear();
+            for (int column = 0; column < raw->model()->columnCount(); ++column)
+                widths << raw->columnWidth(column);
+            raw->resizeColumnsToContents();
+            for (int column = 0; column < raw->model()->columnCount(); ++column)
+                QVERIFY2(raw->columnWidth(column) == widths[column], qPrintable(QString("%1 column %2").arg(step).arg(column)));
+        }
+    }
+
     // A table too wide to size whole has its columns sized to their
     // contents as they come into view: at the start, scrolled to the end,
     // and after Refresh Column Autosizing.

@@ -156,7 +156,8 @@ int MainModel::columnCount(const QModelIndex &parent) const
 QVariant MainModel::data(const QModelIndex &index, int role) const
 {
     // Views pass only valid cells; anything else is answered, not read.
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || index.model() != this || index.row() >= MainModel::rowCount()
+        || index.column() >= headers.size())
         return QVariant();
     switch (role) {
     case Qt::DisplayRole:
