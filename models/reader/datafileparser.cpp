@@ -5,6 +5,7 @@
 #include "rowtable.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <future>
 #include <system_error>
@@ -36,12 +37,16 @@ void RunParts(int count, const Work &work)
         other.get();
 }
 
+std::atomic<int> chosenStretches{0};
+
 // At least two stretches, so that merging is at work on any machine. A
 // codec other than UTF-8 decodes on the calling thread only.
 int StretchCount(const CellText &text)
 {
     if (text.Codec())
         return 1;
+    if (chosenStretches > 0)
+        return chosenStretches;
     return qBound(2, int(std::thread::hardware_concurrency()), 8);
 }
 
@@ -124,6 +129,11 @@ DataFileParser::DataFileParser(std::shared_ptr<const CellText> text)
 {
 }
 
+void DataFileParser::SetStretchCount(int count)
+{
+    chosenStretches = qMax(0, count);
+}
+
 void DataFileParser::ReadFieldLines(LineCursor &lines, QMap<QString, QString> *fields)
 {
     while (!lines.AtEnd()) {
@@ -161,9 +171,10 @@ void DataFileParser::PlanStatistics()
     }
 }
 
-// Each stretch is indexed and counted on a thread of its own; the
-// statistics are then merged in file order. Where the order of adding could
-// show in the sums, the rows are counted again in one pass.
+// Each stretch is indexed and counted on a thread of its own, in one walk
+// over its bytes; the statistics are then merged in file order. Where the
+// order of adding could show in the sums, the rows are counted again in
+// one pass.
 void DataFileParser::ReadRows(qint64 begin)
 {
     const std::vector<qint64> starts = SplitAtLines(*text, begin, StretchCount(*text));
@@ -172,10 +183,12 @@ void DataFileParser::ReadRows(qint64 begin)
     std::vector<std::optional<RowChunk>> chunks(static_cast<size_t>(parts));
     std::vector<ChunkStatistics> counted;
     for (int part = 0; part < parts; ++part)
-        counted.emplace_back(plan, *text);
+        counted.emplace_back(plan, *text, false);
     RunParts(parts, [&](int part) {
-        chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields);
-        counted[size_t(part)].AddRows(*chunks[size_t(part)], false);
+        ChunkStatistics &statistics = counted[size_t(part)];
+        chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
+                                     [&](const LineCells &line) { statistics.AddLine(line); });
+        statistics.EndLines();
     });
 
     qint64 rows = 0;
@@ -191,9 +204,10 @@ void DataFileParser::ReadRows(qint64 begin)
         counted[0].Merge(counted[size_t(part)]);
     statistics.emplace(std::move(counted[0]));
     if (!statistics->OrderFree()) {
-        statistics.emplace(plan, *text);
-        for (const RowChunk &chunk : indexed)
-            statistics->AddRows(chunk, true);
+        statistics.emplace(plan, *text, true);
+        for (int part = 0; part < parts; ++part)
+            RowChunk::ReadLines(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
+                                [&](const LineCells &line) { statistics->AddLine(line); });
     }
     BuildColumns(std::make_shared<const RowTable>(text, std::move(indexed)));
 }

@@ -3,6 +3,7 @@
 #include "cellnumber.h"
 
 #include <QHash>
+#include <QStringList>
 
 #include <limits>
 #include <string_view>
@@ -23,6 +24,17 @@ int CodeSlot(std::string_view bytes, const CellText &text)
     if (bytes == "NR")
         return 2;
     return bytes == "SC" ? 3 : -1;
+}
+
+// The time as the statistics take it: read as a double, 0 when that
+// fails, truncated toward zero.
+int TruncatedTime(std::string_view bytes, const CellText &text)
+{
+    int value = 0;
+    if (CellNumber::ParsePlainTruncated(bytes, &value))
+        return value;
+    bool ok = false;
+    return CellNumber::TruncateToInt(text.ToDouble(bytes, &ok));
 }
 
 // Rows counted together, each slot as whole numbers.
@@ -53,6 +65,32 @@ struct RowSums
 
 } // namespace
 
+void ChunkStatistics::Totals::AddToSlot(int slot, int rt)
+{
+    if (slot < 0)
+        return;
+    counts[slot] += 1;
+    sums[slot] += rt;
+}
+
+void ChunkStatistics::Totals::Add(const Totals &other)
+{
+    for (int k = 0; k < 4; ++k) {
+        counts[k] += other.counts[k];
+        sums[k] += other.sums[k];
+    }
+}
+
+SectionStats ChunkStatistics::Totals::Record(const QString &name) const
+{
+    SectionStats record(name);
+    for (int k = 0; k < 4; ++k) {
+        record.counts[k] = counts[k];
+        record.sums[k] = sums[k];
+    }
+    return record;
+}
+
 // The sections of one column. Rows are matched to sections by the bytes of
 // their cell first, so each distinct cell is decoded only once.
 class ChunkStatistics::Tally
@@ -64,14 +102,14 @@ public:
     {
     }
 
-    void Add(std::string_view bytes, int slot, int rt) { sections[Find(bytes)].AddToSlot(Slot(slot), rt); }
+    void Add(std::string_view bytes, int slot, int rt) { totals[size_t(Find(bytes))].AddToSlot(Slot(slot), rt); }
 
     // An empty or missing cell files the row under "<No Name>".
     int NoName() { return Find(std::string_view()); }
 
     void AddSums(int position, const RowSums &sums)
     {
-        SectionStats &record = sections[position];
+        Totals &record = totals[size_t(position)];
         for (int k = 0; k < 4; ++k) {
             record.counts[Slot(k)] += double(sums.counts[k]);
             record.sums[Slot(k)] += double(sums.sums[k]);
@@ -80,18 +118,26 @@ public:
 
     void Merge(const Tally &later)
     {
-        for (const SectionStats &record : later.sections) {
-            const int position = positions.value(record.name, -1);
+        for (int i = 0; i < later.names.size(); ++i) {
+            const int position = positions.value(later.names[i], -1);
             if (position >= 0) {
-                sections[position].Add(record);
+                totals[size_t(position)].Add(later.totals[size_t(i)]);
             } else {
-                positions.insert(record.name, sections.size());
-                sections.append(record);
+                positions.insert(later.names[i], names.size());
+                names.append(later.names[i]);
+                totals.push_back(later.totals[size_t(i)]);
             }
         }
     }
 
-    QVector<SectionStats> sections;
+    QVector<SectionStats> Sections() const
+    {
+        QVector<SectionStats> sections;
+        sections.reserve(names.size());
+        for (int i = 0; i < names.size(); ++i)
+            sections.append(totals[size_t(i)].Record(names[i]));
+        return sections;
+    }
 
 private:
     // The block column counts "SC" as "C", as the whole-file record does.
@@ -110,9 +156,10 @@ private:
             const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
             last = positions.value(name, -1);
             if (last < 0) {
-                last = sections.size();
+                last = names.size();
                 positions.insert(name, last);
-                sections.append(SectionStats(name));
+                names.append(name);
+                totals.emplace_back();
             }
             byBytes.emplace(bytes, last);
         }
@@ -122,6 +169,9 @@ private:
 
     const CellText *text;
     bool foldsSelfCorrect;
+    // The sections in the order they first appear.
+    QStringList names;
+    std::vector<Totals> totals;
     QHash<QString, int> positions;
     std::unordered_map<std::string_view, int> byBytes;
     std::string_view lastBytes;
@@ -136,9 +186,11 @@ struct ChunkStatistics::MissingCells
     std::vector<RowSums> byFirstMissing;
 };
 
-ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &text)
+ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &text, bool inRowOrder)
     : plan(plan)
     , text(text)
+    , inRowOrder(inRowOrder)
+    , missing(std::make_unique<MissingCells>())
 {
     tallies.reserve(size_t(plan.sections.size()));
     for (const SectionColumn &section : plan.sections) {
@@ -150,56 +202,52 @@ ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &tex
 ChunkStatistics::~ChunkStatistics() = default;
 ChunkStatistics::ChunkStatistics(ChunkStatistics &&) noexcept = default;
 
-void ChunkStatistics::AddRows(const RowChunk &chunk, bool inRowOrder)
+void ChunkStatistics::AddLine(const LineCells &line)
 {
     const int count = plan.sections.size();
     const int lastColumn = count == 0 ? 0 : plan.sections.last().column;
     // Model column c is field c - 1 of the line; column 0 is never there.
-    auto cell = [&](qint64 row, int column, qint64 present) {
-        return column > 0 && column < present ? chunk.Cell(row, column - 1) : std::string_view();
-    };
-    MissingCells missing;
-    int fewestPresent = std::numeric_limits<int>::max();
-    for (qint64 row = 0; row < chunk.RowCount(); ++row) {
-        const qint64 present = chunk.CellCount(row) + 1;
-        const int slot = plan.errorCode < 0 ? -1 : CodeSlot(cell(row, plan.errorCode, present), text);
-        bool ok = false;
-        const int rt = plan.reactionTime < 0
-                           ? 0
-                           : CellNumber::TruncateToInt(text.ToDouble(cell(row, plan.reactionTime, present), &ok));
-        if (slot >= 0)
-            timeMagnitudes += quint64(qAbs(qint64(rt)));
-        if (countsOverall)
-            overall.AddToSlot(slot == 3 ? 0 : slot, rt);
-        if (inRowOrder) {
-            for (int i = 0; i < count; ++i)
-                tallies[size_t(i)].Add(cell(row, plan.sections[i].column, present), slot, rt);
-            continue;
-        }
-        int i = 0;
-        if (count > 0 && plan.sections[0].column == 0) {
-            if (row == 0)
-                tallies[0].NoName();
-            i = 1;
-        }
-        for (; i < count && plan.sections[i].column < present; ++i)
-            tallies[size_t(i)].Add(chunk.Cell(row, plan.sections[i].column - 1), slot, rt);
-        missing.all.AddRow(slot, rt);
-        if (present > lastColumn)
-            continue;
-        // The first row that lacks a column brings "<No Name>" into its
-        // order of first appearance; its counts come at the end.
-        if (present < fewestPresent) {
-            for (int j = i; j < count && plan.sections[j].column < fewestPresent; ++j)
-                tallies[size_t(j)].NoName();
-            fewestPresent = int(present);
-        }
-        if (missing.byFirstMissing.empty())
-            missing.byFirstMissing.resize(size_t(lastColumn) + 1);
-        missing.byFirstMissing[size_t(present)].AddRow(slot, rt);
+    auto cell = [&](int column) { return column > 0 ? line.Cell(column - 1) : std::string_view(); };
+    const qint64 present = line.Count() + 1;
+    const int slot = plan.errorCode < 0 ? -1 : CodeSlot(cell(plan.errorCode), text);
+    const int rt = plan.reactionTime < 0 ? 0 : TruncatedTime(cell(plan.reactionTime), text);
+    if (slot >= 0)
+        timeMagnitudes += quint64(qAbs(qint64(rt)));
+    if (countsOverall)
+        overall.AddToSlot(slot == 3 ? 0 : slot, rt);
+    const bool firstLine = lines++ == 0;
+    if (inRowOrder) {
+        for (int i = 0; i < count; ++i)
+            tallies[size_t(i)].Add(cell(plan.sections[i].column), slot, rt);
+        return;
     }
+    int i = 0;
+    if (count > 0 && plan.sections[0].column == 0) {
+        if (firstLine)
+            tallies[0].NoName();
+        i = 1;
+    }
+    for (; i < count && plan.sections[i].column < present; ++i)
+        tallies[size_t(i)].Add(line.Cell(plan.sections[i].column - 1), slot, rt);
+    missing->all.AddRow(slot, rt);
+    if (present > lastColumn)
+        return;
+    // The first row that lacks a column brings "<No Name>" into its order
+    // of first appearance; its counts come at the end.
+    if (present < fewestPresent) {
+        for (int j = i; j < count && plan.sections[j].column < fewestPresent; ++j)
+            tallies[size_t(j)].NoName();
+        fewestPresent = int(present);
+    }
+    if (missing->byFirstMissing.empty())
+        missing->byFirstMissing.resize(size_t(lastColumn) + 1);
+    missing->byFirstMissing[size_t(present)].AddRow(slot, rt);
+}
+
+void ChunkStatistics::EndLines()
+{
     if (!inRowOrder)
-        AddMissing(missing);
+        AddMissing(*missing);
 }
 
 void ChunkStatistics::AddMissing(const MissingCells &missing)
@@ -235,13 +283,13 @@ bool ChunkStatistics::OrderFree() const
 
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
-    *overall = this->overall;
+    *overall = this->overall.Record(QString());
     overall->Finish();
     QVector<QVector<SectionStats>> sections;
     sections.reserve(int(tallies.size()));
-    for (Tally &tally : tallies) {
-        FinishAll(tally.sections);
-        sections.append(std::move(tally.sections));
+    for (const Tally &tally : tallies) {
+        sections.append(tally.Sections());
+        FinishAll(sections.last());
     }
     return sections;
 }

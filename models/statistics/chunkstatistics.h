@@ -1,11 +1,12 @@
 #pragma once
 
 #include "celltext.h"
-#include "rowchunk.h"
+#include "linecells.h"
 #include "sectionstats.h"
 
 #include <QVector>
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -37,14 +38,18 @@ struct StatisticsPlan
 class ChunkStatistics
 {
 public:
-    ChunkStatistics(const StatisticsPlan &plan, const CellText &text);
+    // Rows added `inRowOrder` are counted into each section as they come;
+    // otherwise cells that lines lack, which all count under "<No Name>",
+    // are added up per column at the end, which costs nothing per missing
+    // cell.
+    ChunkStatistics(const StatisticsPlan &plan, const CellText &text, bool inRowOrder);
     ~ChunkStatistics();
     ChunkStatistics(ChunkStatistics &&) noexcept;
 
-    // Adds the rows of `chunk`. Cells that lines lack all count under
-    // "<No Name>"; without `inRowOrder` they are added up per column at the
-    // end, which costs nothing per missing cell.
-    void AddRows(const RowChunk &chunk, bool inRowOrder);
+    // Adds the next row.
+    void AddLine(const LineCells &line);
+    // Ends the rows of a stretch.
+    void EndLines();
     // Adds the statistics of the rows that follow these.
     void Merge(const ChunkStatistics &later);
     // Whether rows added in any order give the same result as in row order.
@@ -56,13 +61,28 @@ public:
 private:
     class Tally;
     struct MissingCells;
+    // A record's counts and sums while rows are added, as SectionStats adds
+    // them, in plain numbers.
+    struct Totals
+    {
+        double counts[4] = {};
+        double sums[4] = {};
+
+        void AddToSlot(int slot, int rt);
+        void Add(const Totals &other);
+        SectionStats Record(const QString &name) const;
+    };
 
     void AddMissing(const MissingCells &missing);
 
     const StatisticsPlan &plan;
     const CellText &text;
+    bool inRowOrder;
+    std::unique_ptr<MissingCells> missing;
+    qint64 lines = 0;
+    int fewestPresent = std::numeric_limits<int>::max();
     bool countsOverall = false;
-    SectionStats overall;
+    Totals overall;
     std::vector<Tally> tallies;
     quint64 timeMagnitudes = 0;
 };
