@@ -19,7 +19,7 @@ namespace {
 QString Record(const SectionStats &record)
 {
     QStringList numbers;
-    for (const QVector<double> *values : {&record.counts, &record.sums, &record.percents, &record.averages}) {
+    for (const SectionStats::Slots *values : {&record.counts, &record.sums, &record.percents, &record.averages}) {
         for (const double value : *values)
             numbers << QString::number(value, 'g', 17);
     }

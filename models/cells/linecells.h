@@ -19,6 +19,9 @@ public:
     }
 
     qint64 Count() const { return count; }
+    const char *Start() const { return line; }
+    // Where each cell ends, from the line's start.
+    const quint64 *Ends() const { return ends; }
     // Cell `column` with the CRs at its ends left out, as they decode to
     // nothing; empty when the line has no such cell.
     std::string_view Cell(qint64 column) const

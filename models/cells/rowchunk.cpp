@@ -28,7 +28,8 @@ quint64 Delimiters(quint64 word)
 
 // Walks the bytes eight at a time, finding TABs and LFs with word
 // arithmetic rather than one byte at a time, and hands each line with the
-// ends of its cells to the chunk and the sink.
+// ends of its cells to the chunk and the sink. The walk keeps its place in
+// locals, so that storing a cell's end is not taken to change them.
 class RowChunk::Scan
 {
 public:
@@ -37,97 +38,99 @@ public:
         , columns(columns)
         , chunk(chunk)
         , sink(sink)
+        , ends(size_t(qMax(columns, 1)))
+        , hasText(chunk ? size_t(qMax(columns, 0)) : 0, 0)
+        , withoutText(chunk ? columns : 0)
     {
-        ends.resize(size_t(qMax(columns, 1)));
     }
 
     void Run(qint64 begin, qint64 end)
     {
-        rowStart = begin;
+        qint64 rowStart = begin;
+        qint64 count = 0;
+        quint64 *cellEnds = ends.data();
+        // Cells past the file's columns are dropped, but still walked over.
+        const auto closeCell = [&](qint64 at, bool tab) {
+            if (count >= columns)
+                return;
+            if (withoutText > 0 && !hasText[size_t(count)])
+                LookForText(count, rowStart + (count == 0 ? 0 : qint64(cellEnds[count - 1]) + 1), at);
+            if ((count & (kCheckpointCells - 1)) == kCheckpointCells - 1 && tab && count + 1 < columns && chunk)
+                checkpoints.push_back(quint64(at + 1 - rowStart));
+            cellEnds[count] = quint64(at - rowStart);
+            ++count;
+        };
+        const auto closeRow = [&](qint64 next) {
+            EndLine(rowStart, count);
+            rowStart = next;
+            count = 0;
+        };
+        const auto close = [&](qint64 word, quint64 found) {
+            while (found) {
+                const qint64 at = word + (qCountTrailingZeroBits(found) >> 3);
+                found &= found - 1;
+                const bool lineFeed = base[at] == '\n';
+                closeCell(at, !lineFeed);
+                if (lineFeed)
+                    closeRow(at + 1);
+            }
+        };
         qint64 word = begin;
         for (; word + 8 <= end; word += 8) {
             quint64 bytes;
             std::memcpy(&bytes, base + word, sizeof bytes);
-            Close(word, Delimiters(qFromLittleEndian(bytes)));
+            close(word, Delimiters(qFromLittleEndian(bytes)));
         }
         // The bytes past the end read as NULs, which are no delimiters.
         if (word < end) {
             quint64 bytes = 0;
             std::memcpy(&bytes, base + word, size_t(end - word));
-            Close(word, Delimiters(qFromLittleEndian(bytes)));
+            close(word, Delimiters(qFromLittleEndian(bytes)));
         }
         if (rowStart < end) {
-            CloseCell(end, false);
-            CloseRow(end);
+            closeCell(end, false);
+            closeRow(end);
         }
+        if (chunk)
+            chunk->columnHasText.assign(hasText.begin(), hasText.end());
     }
 
 private:
-    void Close(qint64 word, quint64 found)
-    {
-        while (found) {
-            const qint64 at = word + (qCountTrailingZeroBits(found) >> 3);
-            found &= found - 1;
-            const bool lineFeed = base[at] == '\n';
-            CloseCell(at, !lineFeed);
-            if (lineFeed)
-                CloseRow(at + 1);
-        }
-    }
-
-    // Cells past the file's columns are dropped, but still walked over.
-    void CloseCell(qint64 at, bool tab)
-    {
-        if (count >= columns)
-            return;
-        const quint64 cellEnd = quint64(at - rowStart);
-        if (chunk) {
-            if (!chunk->columnHasText[size_t(count)]) {
-                const quint64 cellStart = count == 0 ? 0 : ends[size_t(count - 1)] + 1;
-                chunk->columnHasText[size_t(count)] = HasText(rowStart + qint64(cellStart), at);
-            }
-            if ((count & (kCheckpointCells - 1)) == kCheckpointCells - 1 && tab && count + 1 < columns)
-                checkpoints.push_back(cellEnd + 1);
-        }
-        ends[size_t(count)] = cellEnd;
-        ++count;
-    }
-
-    void CloseRow(qint64 next)
+    void EndLine(qint64 start, qint64 count)
     {
         if (chunk)
-            chunk->AddLine(rowStart, checkpoints);
+            chunk->AddLine(start, checkpoints);
         if (sink)
-            sink(LineCells(base + rowStart, ends.data(), count));
-        rowStart = next;
-        count = 0;
+            sink(LineCells(base + start, ends.data(), count));
         checkpoints.clear();
     }
 
-    bool HasText(qint64 from, qint64 to) const
+    void LookForText(qint64 column, qint64 from, qint64 to)
     {
         for (qint64 at = from; at < to; ++at) {
-            if (base[at] != '\r')
-                return true;
+            if (base[at] != '\r') {
+                hasText[size_t(column)] = 1;
+                --withoutText;
+                return;
+            }
         }
-        return false;
     }
 
     const char *base;
     const int columns;
     RowChunk *chunk;
     const LineSink &sink;
-    qint64 rowStart = 0;
-    qint64 count = 0;
     std::vector<quint64> ends;
     std::vector<quint64> checkpoints;
+    // Which columns some line has text in, and how many have none yet.
+    std::vector<char> hasText;
+    int withoutText;
 };
 
 RowChunk::RowChunk(std::string_view bytes, qint64 begin, qint64 end, int columns, const LineSink &sink)
     : base(bytes.data())
     , end(end)
     , columns(columns)
-    , columnHasText(size_t(qMax(columns, 0)), 0)
 {
     Scan(bytes, columns, this, sink).Run(begin, end);
 }

@@ -203,6 +203,7 @@ void DataFileParser::ReadRows(qint64 begin)
     for (int part = 1; part < parts; ++part)
         counted[0].Merge(counted[size_t(part)]);
     statistics.emplace(std::move(counted[0]));
+    counted.clear();
     if (!statistics->OrderFree()) {
         statistics.emplace(plan, *text, true);
         for (int part = 0; part < parts; ++part)

@@ -4,9 +4,10 @@
 #include "linecells.h"
 #include "sectionstats.h"
 
+#include <QSet>
+#include <QString>
 #include <QVector>
 
-#include <limits>
 #include <memory>
 #include <vector>
 
@@ -73,6 +74,29 @@ private:
         SectionStats Record(const QString &name) const;
     };
 
+    // Rows waiting to be counted into the sections: each line's cells and
+    // what the row counts as.
+    class Batch
+    {
+    public:
+        void Add(const LineCells &line, int slot, int rt);
+        bool Full() const;
+        int Rows() const { return int(starts.size()); }
+        LineCells Line(int row) const;
+        int Slot(int row) const { return codeSlots[size_t(row)]; }
+        int Time(int row) const { return times[size_t(row)]; }
+        void Clear();
+
+    private:
+        std::vector<const char *> starts;
+        std::vector<size_t> firstEnds;
+        std::vector<quint64> ends;
+        std::vector<int> codeSlots;
+        std::vector<int> times;
+    };
+
+    void AddToMissing(qint64 present, int slot, int rt);
+    void CountBatch();
     void AddMissing(const MissingCells &missing);
 
     const StatisticsPlan &plan;
@@ -80,9 +104,12 @@ private:
     bool inRowOrder;
     std::unique_ptr<MissingCells> missing;
     qint64 lines = 0;
-    int fewestPresent = std::numeric_limits<int>::max();
+    Batch batch;
     bool countsOverall = false;
     Totals overall;
+    // Every section name met, so that equal names share their text; kept
+    // where the tallies find it when these statistics move.
+    std::unique_ptr<QSet<QString>> knownNames;
     std::vector<Tally> tallies;
     quint64 timeMagnitudes = 0;
 };
