@@ -73,8 +73,8 @@ void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
     allFlags = QVector<bool>(rows, false);
     flags = allFlags;
     flaggedCount = 0;
-    visibleRows.resize(rows);
-    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    visibleRows.clear();
+    everyRowShown = true;
     FindKeyColumns();
     ForgetParsedNumbers();
 }
@@ -85,6 +85,7 @@ void MainModel::CopyRows(const MainModel &other)
     allFlags = other.allFlags;
     allColumns = other.allColumns;
     visibleRows = other.visibleRows;
+    everyRowShown = other.everyRowShown;
     hiddenRows = other.hiddenRows;
     flags = other.flags;
     flaggedCount = other.flaggedCount;
@@ -98,8 +99,11 @@ void MainModel::AppendRows(const MainModel &other)
 {
     const int n = TotalRowCount();
     const int m = other.TotalRowCount();
-    for (const int row : other.visibleRows)
-        visibleRows.append(row + n);
+    if (!everyRowShown || !other.everyRowShown) {
+        ListVisibleRows();
+        for (int row = 0; row < other.VisibleCount(); ++row)
+            visibleRows.append(other.FileRow(row) + n);
+    }
     for (const int row : other.hiddenRows)
         hiddenRows.append(row + n);
     for (DataColumn &column : allColumns)
@@ -134,8 +138,7 @@ void MainModel::AppendRows(const MainModel &other)
 
 QModelIndex MainModel::index(int row, int column, const QModelIndex &parent) const
 {
-    if (parent.isValid() || row < 0 || column < 0 || row >= visibleRows.size() - pendingRemovals.size()
-        || column >= headers.size())
+    if (parent.isValid() || row < 0 || column < 0 || row >= VisibleCount() || column >= headers.size())
         return QModelIndex();
     return createIndex(row, column);
 }
@@ -145,7 +148,21 @@ int MainModel::rowCount(const QModelIndex &parent) const
 {
     if (parent.isValid() || allColumns.isEmpty())
         return 0;
-    return visibleRows.size() - pendingRemovals.size();
+    return VisibleCount();
+}
+
+int MainModel::VisibleCount() const
+{
+    return everyRowShown ? TotalRowCount() : visibleRows.size() - pendingRemovals.size();
+}
+
+void MainModel::ListVisibleRows()
+{
+    if (!everyRowShown)
+        return;
+    visibleRows.resize(TotalRowCount());
+    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    everyRowShown = false;
 }
 
 int MainModel::columnCount(const QModelIndex &parent) const

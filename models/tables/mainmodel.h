@@ -116,7 +116,10 @@ public slots:
 
 private:
     // Row of allColumns shown at visible row `row`.
-    int FileRow(int row) const { return visibleRows[VectorIndex(row)]; }
+    int FileRow(int row) const { return everyRowShown ? row : visibleRows[VectorIndex(row)]; }
+    int VisibleCount() const;
+    // Lists the visible rows, which are not kept while every row shows.
+    void ListVisibleRows();
     // Position in visibleRows and flags of visible row `row`; differs from
     // `row` only while HideRows is taking rows out.
     int VectorIndex(int row) const { return pendingRemovals.isEmpty() ? row : IndexWhileHiding(row); }
@@ -147,6 +150,9 @@ private:
     double standardDeviation = 0;
     QVector<int> hiddenRows;
     QVector<int> visibleRows;
+    // True while no row is hidden; visibleRows is then empty, since it would
+    // only count up from 0.
+    bool everyRowShown = true;
     mutable QIcon flagIcon;
     bool applyFlags = false;
     bool isPlaceholder;

@@ -13,7 +13,7 @@ void MainModel::SetRowFlag(int row, bool value)
     const int index = VectorIndex(row);
     flaggedCount += int(value) - int(flags[index]);
     flags[index] = value;
-    allFlags[visibleRows[index]] = value;
+    allFlags[FileRow(row)] = value;
     emit RowChanged(0);
 }
 
@@ -142,6 +142,8 @@ double MainModel::CellValue(int column, int row) const
 void MainModel::HideRows(QVector<int> rows)
 {
     rows = RowsToHide(std::move(rows));
+    if (!rows.isEmpty())
+        ListVisibleRows();
     pendingRemovals.reserve(rows.size());
     for (int i = rows.size() - 1; i >= 0; --i) {
         const int r = rows[i];
@@ -162,6 +164,8 @@ void MainModel::HideRowsAsLayoutChange(QVector<int> rows)
 {
     rows = RowsToHide(std::move(rows));
     emit layoutAboutToBeChanged();
+    if (!rows.isEmpty())
+        ListVisibleRows();
     const QModelIndexList places = persistentIndexList();
     pendingRemovals.reserve(rows.size());
     for (int i = rows.size() - 1; i >= 0; --i) {
@@ -240,8 +244,8 @@ void MainModel::RestoreRows()
     hiddenRows.clear();
     beginInsertRows(QModelIndex(), rowCount(), TotalRowCount() - 1);
     flags = allFlags;
-    visibleRows.resize(TotalRowCount());
-    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    visibleRows = QVector<int>();
+    everyRowShown = true;
     flaggedCount = int(std::count(flags.begin(), flags.end(), true));
     endInsertRows();
     EmitWholeTableChanged();
