@@ -6,6 +6,7 @@
 
 #include "cellnumber.h"
 #include "datafileparser.h"
+#include "parallelparts.h"
 #include "samplefilewriter.h"
 #include "tablecontents.h"
 #include "testenvironment.h"
@@ -144,19 +145,19 @@ class TestReaderOracles : public QObject
     }
 
 private slots:
-    void cleanup() { DataFileParser::SetStretchCount(0); }
+    void cleanup() { ParallelParts::SetCount(0); }
 
     // Stretches end at line starts wherever the bytes fall, so each count
     // cuts the files differently.
     void readsTheSameInAnyNumberOfStretches()
     {
         for (const QString &path : Paths()) {
-            DataFileParser::SetStretchCount(1);
+            ParallelParts::SetCount(1);
             DataFile single(path);
             const QString table = Table(single.GetMainModel());
             const QString statistics = Statistics(single);
             for (const int stretches : {2, 3, 8}) {
-                DataFileParser::SetStretchCount(stretches);
+                ParallelParts::SetCount(stretches);
                 DataFile several(path);
                 QVERIFY2(Table(several.GetMainModel()) == table, qPrintable(QString("%1 stretches").arg(stretches)));
                 QCOMPARE(Statistics(several), statistics);

@@ -2,14 +2,11 @@
 
 #include "headerline.h"
 #include "linecursor.h"
+#include "parallelparts.h"
 #include "rowtable.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
-#include <future>
-#include <system_error>
-#include <thread>
 
 namespace {
 
@@ -17,37 +14,10 @@ const QString kErrorCode = QStringLiteral("Error\nCode");
 const QString kReactionTime = QStringLiteral("Reaction\nTime");
 const QString kTrialVariable = QStringLiteral("(Trial Variable)");
 
-// Runs work(0) to work(count - 1) at once, part 0 on the calling thread, and
-// returns when all are done. A part's failure reaches the caller, after the
-// other parts have finished.
-template <typename Work>
-void RunParts(int count, const Work &work)
-{
-    std::vector<std::future<void>> others;
-    for (int part = 1; part < count; ++part) {
-        try {
-            others.push_back(std::async(std::launch::async, work, part));
-        } catch (const std::system_error &) {
-            // No thread to be had: the part runs on this one.
-            others.push_back(std::async(std::launch::deferred, work, part));
-        }
-    }
-    work(0);
-    for (std::future<void> &other : others)
-        other.get();
-}
-
-std::atomic<int> chosenStretches{0};
-
-// At least two stretches, so that merging is at work on any machine. A
-// codec other than UTF-8 decodes on the calling thread only.
+// A codec other than UTF-8 decodes on the calling thread only.
 int StretchCount(const CellText &text)
 {
-    if (text.Codec())
-        return 1;
-    if (chosenStretches > 0)
-        return chosenStretches;
-    return qBound(2, int(std::thread::hardware_concurrency()), 8);
+    return text.Codec() ? 1 : ParallelParts::Count();
 }
 
 // Places where stretches of about equal size start, each at a line start,
@@ -129,11 +99,6 @@ DataFileParser::DataFileParser(std::shared_ptr<const CellText> text)
 {
 }
 
-void DataFileParser::SetStretchCount(int count)
-{
-    chosenStretches = qMax(0, count);
-}
-
 void DataFileParser::ReadFieldLines(LineCursor &lines, QMap<QString, QString> *fields)
 {
     while (!lines.AtEnd()) {
@@ -184,7 +149,7 @@ void DataFileParser::ReadRows(qint64 begin)
     std::vector<ChunkStatistics> counted;
     for (int part = 0; part < parts; ++part)
         counted.emplace_back(plan, *text, false);
-    RunParts(parts, [&](int part) {
+    ParallelParts::Run(parts, [&](int part) {
         ChunkStatistics &statistics = counted[size_t(part)];
         chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
                                      [&](const LineCells &line) { statistics.AddLine(line); });

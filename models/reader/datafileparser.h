@@ -42,10 +42,6 @@ class DataFileParser
 public:
     explicit DataFileParser(std::shared_ptr<const CellText> text);
 
-    // How many stretches a file is read in, each on a thread of its own:
-    // 0, the start, chooses by the machine's cores.
-    static void SetStretchCount(int count);
-
     // Reads a dotted header block and drops the line that ends it.
     static void ReadFieldLines(LineCursor &lines, QMap<QString, QString> *fields);
 
