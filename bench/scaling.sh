@@ -10,9 +10,10 @@
 #     bench/scaling.sh [--ten-million] [BUILD_DIR]
 #
 # --ten-million adds the file of 10,000,000 rows (about 950 MB; writing it
-# takes about a minute, opening it needs about 2 GB of memory). Each figure
-# is the best of RUNS runs (default 3; 1 for the largest files). The machine
-# should be quiet: the first lines say how loaded it was.
+# takes up to a minute, opening it about 1.2 GB of memory). Each figure
+# is the best of RUNS runs (default 3; 1 for the largest files), each a
+# program of its own. The machine should be quiet: the first and last
+# lines say how loaded it was.
 set -eu
 
 ten_million=0
@@ -36,20 +37,33 @@ runs_for() {
     if [ "$1" -gt 500000000 ]; then echo 1; else echo "$runs"; fi
 }
 
+# Each run is a program of its own, as a user's open is: none finds memory
+# that an earlier one left to it. Prints the timing program's output of
+# the first run with each time the least of all runs.
+best_of() {
+    n=$1
+    shift
+    for run in $(seq "$n"); do
+        "$timing" "$@" 1
+    done | awk '$1 ~ /_seconds$/ { if (!($1 in best) || $2 < best[$1]) best[$1] = $2; next }
+                !($1 in first) { first[$1] = $2 }
+                END { for (key in best) print key, best[key]; for (key in first) print key, first[key] }'
+}
+
 # One line of the table for a file of $1 rows and $2 fields.
 measure() {
     file="$work/shape.txt"
     "$generate" --out "$file" --rows "$1" --columns "$2" >/dev/null
     size=$(stat -c %s "$file")
     n=$(runs_for "$size")
-    window=$("$timing" "$file" window "$n")
-    sort=$("$timing" "$file" sort "$n" | value sort_seconds)
+    window=$(best_of "$n" "$file" window)
+    sort=$(best_of "$n" "$file" sort | value sort_seconds)
     awk -v rows="$1" -v fields="$2" -v size="$size" -v open="$(echo "$window" | value window_seconds)" \
         -v memory="$(echo "$window" | value window_peak_x_file)" -v sort="$sort" 'BEGIN {
         printf "| %10s | %7s | %8.1f | %8.3f | %7.1f | %6.2f | %7.3f |\n",
                rows, fields, size / 1e6, open, size / 1e6 / open, memory, sort }'
     if [ "$1" = 1000000 ] && [ "$2" = 16 ]; then
-        timeout 600 "$timing" "$file" hide "$n" >"$work/hide.txt" || echo "hide_seconds over 600" >"$work/hide.txt"
+        best_of "$n" "$file" hide >"$work/hide.txt"
     fi
     rm -f "$file"
 }
@@ -68,8 +82,6 @@ for shape in "100 16" "100 500" "100 5000" "100 100000" "100000 1000"; do
     measure $shape
 done
 echo
-hide=$(cat "$work/hide.txt")
-echo "1,000,000 rows: hiding every tenth row (100,000 selected)" \
-     "$(echo "$hide" | awk '$1 == "hide_seconds" { $1 = ""; print }') s," \
-     "showing all rows again $(echo "$hide" | value show_seconds) s"
+echo "1,000,000 rows: hiding every tenth row (100,000 selected) $(value hide_seconds <"$work/hide.txt") s," \
+     "showing all rows again $(value show_seconds <"$work/hide.txt") s"
 echo "Load average after: $(load)"
