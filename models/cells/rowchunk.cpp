@@ -24,6 +24,26 @@ quint64 Delimiters(quint64 word)
     return EqualBytes(word, 0x0909090909090909ULL) | EqualBytes(word, 0x0A0A0A0A0A0A0A0AULL);
 }
 
+// The place after the `count`-th TAB from `at` on, or null when there are
+// fewer before `last`; eight bytes at a time.
+const char *SkipTabs(const char *at, const char *last, qint64 count)
+{
+    while (count > 0 && last - at >= 8) {
+        quint64 bytes;
+        std::memcpy(&bytes, at, sizeof bytes);
+        for (quint64 tabs = EqualBytes(qFromLittleEndian(bytes), 0x0909090909090909ULL); tabs; tabs &= tabs - 1) {
+            if (--count == 0)
+                return at + (qCountTrailingZeroBits(tabs) >> 3) + 1;
+        }
+        at += 8;
+    }
+    for (; count > 0 && at < last; ++at) {
+        if (*at == '\t')
+            --count;
+    }
+    return count == 0 ? at : nullptr;
+}
+
 } // namespace
 
 // Walks the bytes eight at a time, finding TABs and LFs with word
@@ -155,12 +175,9 @@ std::string_view RowChunk::Cell(qint64 row, int column) const
             cell = qint64(kept) * kCheckpointCells;
         }
     }
-    for (; cell < column; ++cell) {
-        const void *tab = std::memchr(at, '\t', size_t(last - at));
-        if (!tab)
-            return std::string_view();
-        at = static_cast<const char *>(tab) + 1;
-    }
+    at = SkipTabs(at, last, column - cell);
+    if (!at)
+        return std::string_view();
     const void *tab = std::memchr(at, '\t', size_t(last - at));
     return LineCells::WithoutEndCarriageReturns(at, tab ? static_cast<const char *>(tab) : last);
 }

@@ -69,7 +69,7 @@ void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
     titles.clear();
     allColumns.swap(columns);
     columns.clear();
-    const int rows = TotalRowCount();
+    const int rows = allColumns.isEmpty() ? 0 : allColumns.first().values.size();
     allFlags = QVector<bool>(rows, false);
     flags = allFlags;
     flaggedCount = 0;
@@ -151,11 +151,6 @@ int MainModel::rowCount(const QModelIndex &parent) const
     return VisibleCount();
 }
 
-int MainModel::VisibleCount() const
-{
-    return everyRowShown ? TotalRowCount() : visibleRows.size() - pendingRemovals.size();
-}
-
 void MainModel::ListVisibleRows()
 {
     if (!everyRowShown)
@@ -198,11 +193,6 @@ QVariant MainModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole && orientation == Qt::Vertical)
         return isPlaceholder ? QVariant(QString()) : QVariant(section + 1);
     return BaseModel::headerData(section, orientation, role);
-}
-
-int MainModel::TotalRowCount() const
-{
-    return allColumns.isEmpty() ? 0 : allColumns.first().values.size();
 }
 
 bool MainModel::IsColumnEmpty(int column) const

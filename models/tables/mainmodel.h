@@ -44,7 +44,8 @@ public:
 
     int ErrorCodeColumn() const { return errorCodeColumn; }
     int ReactionTimeColumn() const { return reactionTimeColumn; }
-    int TotalRowCount() const;
+    // allFlags has an entry for each row of allColumns.
+    int TotalRowCount() const { return allFlags.size(); }
     int HiddenRowCount() const { return hiddenRows.size(); }
     int FlaggedRowCount() const { return flaggedCount; }
     const QVector<bool> &Flags() const { return flags; }
@@ -117,7 +118,10 @@ public slots:
 private:
     // Row of allColumns shown at visible row `row`.
     int FileRow(int row) const { return everyRowShown ? row : visibleRows[VectorIndex(row)]; }
-    int VisibleCount() const;
+    int VisibleCount() const
+    {
+        return everyRowShown ? TotalRowCount() : visibleRows.size() - pendingRemovals.size();
+    }
     // Lists the visible rows, which are not kept while every row shows.
     void ListVisibleRows();
     // Position in visibleRows and flags of visible row `row`; differs from

@@ -22,9 +22,15 @@ void MainProxy::sort(int column, Qt::SortOrder order)
     const MainModel *table = RawTable();
     if (table && column >= 0 && column < table->columnCount()) {
         QVector<SortKey> keys = Keys(*table, column);
+        // An empty text comes before any other, and the text of a number
+        // is never empty; a locale may see no difference between the empty
+        // text and another, so there the texts are compared.
+        const bool emptyFirst = !isSortLocaleAware();
         const auto less = [&](const SortKey &left, const SortKey &right) {
             if (left.isNumber && right.isNumber)
                 return left.number < right.number;
+            if (emptyFirst && (left.isEmpty || right.isEmpty))
+                return left.isEmpty && !right.isEmpty;
             return RawTextLessThan(*table, column, left.row, right.row);
         };
         std::stable_sort(keys.begin(), keys.end(), [&](const SortKey &left, const SortKey &right) {
@@ -86,7 +92,10 @@ QVector<MainProxy::SortKey> MainProxy::Keys(const MainModel &table, int column) 
     QVector<SortKey> keys(rows.size());
     for (int i = 0; i < rows.size(); ++i) {
         const int fileRow = table.FileRowAt(rows[i]);
-        keys[i] = SortKey{numbers.values[fileRow], rows[i], numbers.ok[fileRow]};
+        std::string_view bytes;
+        const bool isNumber = numbers.ok[fileRow];
+        const bool isEmpty = !isNumber && table.CellAscii(table.index(rows[i], column), &bytes) && bytes.empty();
+        keys[i] = SortKey{numbers.values[fileRow], rows[i], isNumber, isEmpty};
     }
     return keys;
 }

@@ -26,12 +26,14 @@ protected:
 
 private:
     // What a sort compares a row by: the cell as a number, when it reads
-    // as one, and otherwise its text, read through the row.
+    // as one, whether its text is empty, and otherwise its text, read
+    // through the row.
     struct SortKey
     {
         double number;
         int row;
         bool isNumber;
+        bool isEmpty;
     };
 
     QVector<SortKey> Keys(const MainModel &table, int column) const;
