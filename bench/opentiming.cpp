@@ -3,9 +3,10 @@
 // DataFile with every statistic), the window (OpenFiles until the table is
 // painted), a sort by the reaction time through the header once the file
 // is open, or hiding every tenth row as a selection and showing all rows
-// again. Prints the best time of a few runs in seconds and, for the model
-// and the window, the memory that the first run added at its peak to the
-// idle program, also as a multiple of the file's size.
+// again, or opening a second file as well and selecting both, which shows
+// them combined. Prints the best time of a few runs in seconds and, for the
+// model, the window and the combining, the memory that the first run added
+// at its peak to the idle program, also as a multiple of the files' size.
 
 #include "benchdata.h"
 #include "datafile.h"
@@ -19,6 +20,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QListWidget>
 #include <QTableView>
 #include <QTest>
 #include <QTextStream>
@@ -126,9 +128,19 @@ struct Timing
     QVector<double> best;
 };
 
+// Selects the first two files of the list, which shows them combined.
+void SelectBoth(MainWindow &window)
+{
+    QListWidget *list = window.findChild<QListWidget *>(QStringLiteral("fileNamesList"));
+    list->item(0)->setSelected(true);
+    list->item(1)->setSelected(true);
+    Paint(window);
+}
+
 // One run of `mode` in `window` (shown, with no file) where it needs one:
 // the times it takes, by name.
-QVector<double> RunOnce(const QString &mode, const QString &path, MainWindow *window, Timing *timing)
+QVector<double> RunOnce(const QString &mode, const QString &path, const QString &other, MainWindow *window,
+                        Timing *timing)
 {
     if (mode == QLatin1String("bytes")) {
         timing->names = QStringList{"bytes"};
@@ -151,6 +163,11 @@ QVector<double> RunOnce(const QString &mode, const QString &path, MainWindow *wi
             Paint(*window);
         })};
     }
+    if (mode == QLatin1String("combine")) {
+        timing->names = QStringList{"combine"};
+        OpenInWindow(*window, other);
+        return {Seconds([&] { SelectBoth(*window); })};
+    }
     if (mode == QLatin1String("hide")) {
         timing->names = QStringList{"hide", "show"};
         SelectEveryTenthRow(view);
@@ -169,15 +186,16 @@ int main(int argc, char *argv[])
     const TestEnvironment environment;
     QApplication app(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    const QStringList modes{"bytes", "model", "window", "sort", "hide"};
-    if (arguments.size() < 3 || !modes.contains(arguments[2])) {
-        QTextStream(stderr) << "Usage: zephlane-open-timing FILE " << modes.join('|') << " [RUNS]\n";
+    const QStringList modes{"bytes", "model", "window", "sort", "hide", "combine"};
+    if (arguments.size() < 3 || !modes.contains(arguments[2]) || (arguments[2] == "combine" && arguments.size() < 5)) {
+        QTextStream(stderr) << "Usage: zephlane-open-timing FILE " << modes.join('|') << " [RUNS [OTHER FILE]]\n";
         return 2;
     }
     const QString path = arguments[1];
     const QString mode = arguments[2];
     const int runs = arguments.value(3, QStringLiteral("3")).toInt();
-    const double fileBytes = double(QFileInfo(path).size());
+    const QString other = arguments.value(4);
+    const double fileBytes = double(QFileInfo(path).size()) + (other.isEmpty() ? 0.0 : double(QFileInfo(other).size()));
     const bool needsWindow = mode != QLatin1String("bytes") && mode != QLatin1String("model");
     Timing timing;
     double peak = 0;
@@ -187,7 +205,7 @@ int main(int argc, char *argv[])
         const std::unique_ptr<MainWindow> window = needsWindow ? ShownWindow() : nullptr;
         BenchData::ResetPeak();
         const double before = BenchData::StatusBytes("VmRSS:");
-        const QVector<double> seconds = RunOnce(mode, path, window.get(), &timing);
+        const QVector<double> seconds = RunOnce(mode, path, other, window.get(), &timing);
         if (run == 0)
             peak = BenchData::StatusBytes("VmHWM:") - before;
         for (int i = 0; i < seconds.size(); ++i) {
@@ -200,7 +218,7 @@ int main(int argc, char *argv[])
     QTextStream out(stdout);
     for (int i = 0; i < timing.names.size(); ++i)
         out << timing.names[i] << "_seconds " << timing.best[i] << "\n";
-    if (mode == QLatin1String("model") || mode == QLatin1String("window"))
+    if (mode != QLatin1String("bytes") && mode != QLatin1String("sort") && mode != QLatin1String("hide"))
         out << mode << "_peak_mb " << peak / 1e6 << "\n" << mode << "_peak_x_file " << peak / fileBytes << "\n";
     return 0;
 }
