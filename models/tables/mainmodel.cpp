@@ -243,18 +243,44 @@ bool MainModel::CellNumber(const QModelIndex &index, double *value) const
 
 const MainModel::NumberColumn &MainModel::Numbers(int column) const
 {
-    auto parsed = parsedNumbers.find(column);
-    if (parsed == parsedNumbers.end()) {
+    return ReadOnce(parsedNumbers, column, [](const CellList &cells, int row, bool *ok) { return cells.ToDouble(row, ok); });
+}
+
+const MainModel::ReadColumn<int> &MainModel::Integers(int column) const
+{
+    return ReadOnce(parsedIntegers, column, [](const CellList &cells, int row, bool *ok) { return cells.ToInt(row, ok); });
+}
+
+const MainModel::ReadColumn<qint8> &MainModel::CodeSlots(int column) const
+{
+    return ReadOnce(parsedCodes, column, [](const CellList &cells, int row, bool *ok) {
+        *ok = true;
+        return qint8(CodeIndex(cells.at(row)));
+    });
+}
+
+template <typename T, typename Read>
+const MainModel::ReadColumn<T> &MainModel::ReadOnce(QHash<int, ReadColumn<T>> &kept, int column, Read read) const
+{
+    auto found = kept.find(column);
+    if (found == kept.end()) {
         const CellList &cells = allColumns[column].values;
-        NumberColumn numbers{QVector<double>(cells.size()), QVector<bool>(cells.size())};
+        ReadColumn<T> cellsRead{QVector<T>(cells.size()), QVector<bool>(cells.size())};
         for (int row = 0; row < cells.size(); ++row) {
             bool ok = false;
-            numbers.values[row] = cells.ToDouble(row, &ok);
-            numbers.ok[row] = ok;
+            cellsRead.values[row] = read(cells, row, &ok);
+            cellsRead.ok[row] = ok;
         }
-        parsed = parsedNumbers.insert(column, numbers);
+        found = kept.insert(column, cellsRead);
     }
-    return *parsed;
+    return *found;
+}
+
+void MainModel::ForgetParsedNumbers()
+{
+    parsedNumbers.clear();
+    parsedIntegers.clear();
+    parsedCodes.clear();
 }
 
 bool MainModel::ReadNumber(const QModelIndex &index, double *value) const

@@ -65,14 +65,18 @@ public:
     // as UTF-8, each byte one character; false otherwise.
     bool CellAscii(const QModelIndex &index, std::string_view *bytes) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
-    // A column's cells read as numbers, by file row. Cells never change once
-    // loaded, so each column is parsed once, when first asked for, rather
-    // than twice for each comparison of a sort.
-    struct NumberColumn
+    // A column's cells read one way, by file row, and whether each read
+    // succeeded. Cells never change once loaded, so each column is read
+    // once, when first asked for, rather than at each comparison of a sort
+    // or each run of a rule, which the rule dialog repeats at every change.
+    template <typename T>
+    struct ReadColumn
     {
-        QVector<double> values;
+        QVector<T> values;
         QVector<bool> ok;
     };
+    using NumberColumn = ReadColumn<double>;
+    // Read as QString::toDouble reads them.
     const NumberColumn &Numbers(int column) const;
     // The same read for a few cells, which the parse of a whole column
     // that CellNumber keeps would not pay for.
@@ -141,7 +145,12 @@ private:
     void WritePlainRows(QTextStream &stream, const QVector<int> &rows) const;
     void WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const;
 
-    void ForgetParsedNumbers() { parsedNumbers.clear(); }
+    // Read as QString::toInt (base 10) reads them, and as CodeIndex.
+    const ReadColumn<int> &Integers(int column) const;
+    const ReadColumn<qint8> &CodeSlots(int column) const;
+    template <typename T, typename Read>
+    const ReadColumn<T> &ReadOnce(QHash<int, ReadColumn<T>> &kept, int column, Read read) const;
+    void ForgetParsedNumbers();
 
     QStringList headers;
     QVector<DataColumn> allColumns;
@@ -171,4 +180,6 @@ private:
     // not yet taken out, largest first.
     QVector<int> pendingRemovals;
     mutable QHash<int, NumberColumn> parsedNumbers;
+    mutable QHash<int, ReadColumn<int>> parsedIntegers;
+    mutable QHash<int, ReadColumn<qint8>> parsedCodes;
 };

@@ -53,10 +53,11 @@ void MainModel::SetFlagsSD(bool leftestDiv, bool leftDiv, bool rightDiv, bool ri
 void MainModel::SetFlagsEC(bool correct, bool incorrect, bool selfCorrect, bool noResponse)
 {
     const int column = errorCodeColumn;
+    const QVector<qint8> *codes = column < 0 ? nullptr : &CodeSlots(column).values;
     RunRule([=](int row) {
-        if (column < 0)
+        if (!codes)
             return false;
-        const int k = CodeIndex(allColumns[column].values.at(FileRow(row)));
+        const int k = (*codes)[FileRow(row)];
         return (correct && k == 0) || (incorrect && k == 1) || (selfCorrect && k == 3)
                || (noResponse && k == 2);
     });
@@ -66,24 +67,22 @@ void MainModel::SetFlagsEC(bool correct, bool incorrect, bool selfCorrect, bool 
 // although the statistics see 512 and the deviation rule 512.9.
 void MainModel::SetFlagsTL(bool lessOrEqual, int time1, bool greaterOrEqual, int time2)
 {
-    const int column = reactionTimeColumn;
+    const QVector<int> *times = reactionTimeColumn < 0 ? nullptr : &Integers(reactionTimeColumn).values;
     RunRule([=](int row) {
-        if (column < 0)
+        if (!times)
             return false;
-        bool ok = false;
-        const int rt = allColumns[column].values.ToInt(FileRow(row), &ok);
+        const int rt = (*times)[FileRow(row)];
         return (lessOrEqual && rt <= time1) || (greaterOrEqual && rt >= time2);
     });
 }
 
 void MainModel::SetFlagsTR(int time1, int time2)
 {
-    const int column = reactionTimeColumn;
+    const QVector<int> *times = reactionTimeColumn < 0 ? nullptr : &Integers(reactionTimeColumn).values;
     RunRule([=](int row) {
-        if (column < 0 || time1 >= time2)
+        if (!times || time1 >= time2)
             return false;
-        bool ok = false;
-        const int rt = allColumns[column].values.ToInt(FileRow(row), &ok);
+        const int rt = (*times)[FileRow(row)];
         return rt >= time1 && rt <= time2;
     });
 }
