@@ -57,6 +57,9 @@ private:
 
 // A "VmRSS:"-style line of /proc/self/status, in bytes; 0 where there is none.
 double StatusBytes(const QByteArray &key);
+// Starts the peak of resident memory ("VmHWM:") afresh from the present
+// use, where the system allows it.
+void ResetPeak();
 
 } // namespace BenchData
 

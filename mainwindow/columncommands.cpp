@@ -4,10 +4,13 @@
 #include "ui_mainwindow.h"
 
 #include "datafile.h"
+#include "sizingdelegate.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -63,6 +66,7 @@ void MainWindow::AutosizeColumns()
     const int columns = ui->rawDataView->model()->columnCount();
     const bool wide = columns > kColumnsSizedAtOnce;
     sizedColumns.assign(size_t(columns), !wide);
+    const SizingDelegate::Sizing sizing(*sizingDelegate);
     if (wide)
         SizeColumnsInView();
     else
@@ -73,6 +77,7 @@ void MainWindow::SizeColumnsInView()
 {
     const QHeaderView *header = ui->rawDataView->horizontalHeader();
     const int width = ui->rawDataView->viewport()->width();
+    const SizingDelegate::Sizing sizing(*sizingDelegate);
     for (int visual = qMax(0, header->visualIndexAt(0)); visual < header->count(); ++visual) {
         const int column = header->logicalIndex(visual);
         if (header->isSectionHidden(column))
@@ -122,6 +127,13 @@ void MainWindow::Sort(int clicked_column)
                                                 : currentFile->GetMainProxy();
     QTableView *view = sectionTable ? ui->sectionDataView : ui->rawDataView;
     const int state = SortedModel(sectionTable).CycleSortState(clicked_column);
+    // Without a modifier key the column selected below replaces whatever is
+    // selected now, so that goes first: the view then has no selected cells
+    // to carry through the sort, one for each row of a selected column.
+    if (QGuiApplication::keyboardModifiers() == Qt::NoModifier) {
+        const QSignalBlocker quiet(view->selectionModel());
+        view->selectionModel()->clearSelection();
+    }
     int widthChange = 0;
     if (state == 1) {
         proxy.sort(clicked_column, Qt::AscendingOrder);

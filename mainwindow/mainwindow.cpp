@@ -9,6 +9,7 @@
 #include "datafile.h"
 #include "distributionswindow.h"
 #include "flagdelegate.h"
+#include "sizingdelegate.h"
 #include "flagspecialdialog.h"
 #include "mainmodel.h"
 #include "mergedialog.h"
@@ -128,6 +129,8 @@ void MainWindow::InitialiseViews()
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
     resize(available.width() * 3 / 4, available.height() * 3 / 4);
 
+    sizingDelegate = new SizingDelegate(this);
+    ui->rawDataView->setItemDelegate(sizingDelegate);
     LoadBlankModel();
     ui->rawDataView->setItemDelegateForColumn(0, new FlagDelegate(this));
 

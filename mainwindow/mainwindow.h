@@ -27,6 +27,8 @@ class QMenu;
 class QSettings;
 class QTableView;
 class RowColorsDialog;
+class SizingDelegate;
+class TitleMarkStore;
 
 namespace Ui {
 class MainWindow;
@@ -176,10 +178,14 @@ private:
     MergeDialog *mergeDialog = nullptr;
     QDialog *aboutDialog = nullptr;
     QGraphicsColorizeEffect *disabledEffect = nullptr;
+    SizingDelegate *sizingDelegate = nullptr;
     QString lastDirectory;
     // Columns of the raw table sized to their contents since the last
     // autosizing, by model column.
     std::vector<bool> sizedColumns;
+    // The marks of the titles that specificBasisDropDown lists, kept while
+    // it lists them, which may be after their file has gone.
+    std::vector<std::shared_ptr<const TitleMarkStore>> listedTitleMarks;
     int rawArrowAnchor = -1;
     int sectionArrowAnchor = -1;
     // The files in view as the analysis windows see them.

@@ -10,7 +10,11 @@
 #include "rowcolorsdialog.h"
 
 #include <QGraphicsColorizeEffect>
+#include <QItemSelectionModel>
+#include <QSignalBlocker>
 #include <QMouseEvent>
+
+#include <algorithm>
 
 // The one row command that also serves the summary tab.
 void MainWindow::SelectAllRows()
@@ -95,13 +99,25 @@ void MainWindow::HideSelectedRows()
 {
     if (!modelsConnected || !currentFile)
         return;
+    QItemSelectionModel *selection = ui->rawDataView->selectionModel();
     QVector<int> rows;
     QVector<bool> seen(currentFile->GetMainModel().rowCount(), false);
-    for (const QModelIndex &cell : ui->rawDataView->selectionModel()->selectedIndexes()) {
-        if (cell.row() >= 0 && cell.row() < seen.size() && !seen[cell.row()]) {
-            seen[cell.row()] = true;
-            rows.append(cell.row());
+    for (const QItemSelectionRange &range : selection->selection()) {
+        for (int row = range.top(); row <= range.bottom() && row < seen.size(); ++row) {
+            if (!seen[row]) {
+                seen[row] = true;
+                rows.append(row);
+            }
         }
+    }
+    // Where every selected row is among those that go, as always without a
+    // sort, nothing selected stays: clearing the selection first spares the
+    // view following each selected cell through the change, and the view
+    // repaints whole after it anyway.
+    const MainProxy &proxy = currentFile->GetMainProxy();
+    if (std::all_of(rows.cbegin(), rows.cend(), [&](int row) { return seen[proxy.mapToSource(proxy.index(row, 0)).row()]; })) {
+        const QSignalBlocker quiet(selection);
+        selection->clearSelection();
     }
     currentFile->HideSelectedRows(rows);
     UpdateGeneralSummary();

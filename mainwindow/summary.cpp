@@ -58,4 +58,5 @@ void MainWindow::UpdateSubDropDown(int sectionType)
     const SectionModel &sections = currentFile->GetSectionModel();
     const QStringList names = sectionType == 2 ? sections.TrialVariableNames() : sections.CodeNames();
     ui->specificBasisDropDown->insertItems(ui->specificBasisDropDown->count(), names);
+    listedTitleMarks = currentFile->GetTitleMarks();
 }

@@ -69,6 +69,40 @@ private slots:
         QTEST(Raw(width), "shown");
     }
 
+    void sortingSelectsTheSortedColumn_data()
+    {
+        QTest::addColumn<int>("modifier");
+        QTest::addColumn<QString>("selected");
+        // Cells as "time of the row: column". Without a modifier the column
+        // replaces the cells selected before; with Ctrl each click toggles
+        // the column and the cells stay with their rows through the sort.
+        QTest::newRow("no modifier") << int(Qt::NoModifier) << "100:12 200:12 300:12";
+        QTest::newRow("Ctrl") << int(Qt::ControlModifier) << "100:5 100:12 200:12 300:3 300:12";
+    }
+
+    void sortingSelectsTheSortedColumn()
+    {
+        QFETCH(int, modifier);
+        driver->Open(WindowDriver::ThreeTimes());
+        QTableView *raw = driver->Raw();
+        WindowDriver::ClickCell(raw, 0, 3);
+        WindowDriver::ClickCell(raw, 1, 5, Qt::LeftButton, Qt::ControlModifier);
+        raw->scrollTo(raw->model()->index(0, 12));
+        for (int click = 0; click < 2; ++click) {
+            const QHeaderView *header = raw->horizontalHeader();
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::KeyboardModifiers(modifier),
+                              QPoint(header->sectionViewportPosition(12) + 5, header->height() / 2));
+        }
+        QStringList cells;
+        for (const QModelIndex &cell : raw->selectionModel()->selectedIndexes())
+            cells << QString("%1:%2").arg(raw->model()->index(cell.row(), 12).data().toString()).arg(cell.column());
+        std::sort(cells.begin(), cells.end(), [](const QString &a, const QString &b) {
+            return a.section(':', 0, 0) != b.section(':', 0, 0) ? a < b : a.section(':', 1).toInt() < b.section(':', 1).toInt();
+        });
+        QTEST(cells.join(' '), "selected");
+        QCOMPARE(driver->Column(12).join(' '), "100 200 300");
+    }
+
     // Counts 1, 0, 1 in column "C": sorted ascending, B1 with its zero comes
     // first. The preparation is the section table's own, so a cell click in
     // the raw table does not cancel it either.
@@ -114,6 +148,33 @@ private slots:
         driver->Trigger("actionShow_All_Columns");
         seen << Raw(width);
         QCOMPARE(seen, QStringList({"3 12 1", "300 100 200 -12", "300 100 200 +25", "300 100 200 -0 -15 +25", "300 100 200 +25"}));
+    }
+
+    // Cells alike are laid out once while columns are sized; the widths
+    // are those that sizing every cell on its own gives, with a flag and
+    // with texts that differ in width but not in length.
+    void sizesColumnsAsEachCellAsks()
+    {
+        QStringList trials;
+        const QStringList words{"iii", "WWW", "\u00e9t\u00e9", "1", "11", "", "a-b"};
+        for (int row = 0; row < 60; ++row)
+            trials << QString("B%1 %2 %3 %4 %5").arg(row % 3).arg(words[row % words.size()]).arg(row % 4 ? "C" : "E")
+                          .arg(row * 7 % 13).arg(words[row % 5]);
+        driver->Open(WindowDriver::Trials(trials.join(", ")));
+        QTableView *raw = driver->Raw();
+        QVector<int> widths;
+        for (const QString &step : QStringList{"open", "flagged and refreshed"}) {
+            if (step != "open") {
+                WindowDriver::ClickCell(raw, 2, 0);
+                driver->Trigger("actionRefresh_Column_Autosizing");
+            }
+            widths.clear();
+            for (int column = 0; column < raw->model()->columnCount(); ++column)
+                widths << raw->columnWidth(column);
+            raw->resizeColumnsToContents();
+            for (int column = 0; column < raw->model()->columnCount(); ++column)
+                QVERIFY2(raw->columnWidth(column) == widths[column], qPrintable(QString("%1 column %2").arg(step).arg(column)));
+        }
     }
 
     // A table too wide to size whole has its columns sized to their

@@ -157,6 +157,23 @@ private slots:
                  ReadReference(path, legacy));
     }
 
+    // The marks of repeated titles live as long as the last record that
+    // holds one of them, a combined record included, and no longer.
+    void titleMarksGoWithTheirRecords()
+    {
+        auto file = std::make_unique<DataFile>(files.Write(QByteArray(".Experiment Name\tX\n\nA\tA\tB\nA\tA\tB\n")));
+        QCOMPARE(TableContents::Titles(file->GetMainModel()).join('|'), "Flag|A\nA|A\nA#|B\nB");
+        QCOMPARE(file->GetTitleMarks().size(), size_t(1));
+        const std::weak_ptr<const TitleMarkStore> marks = file->GetTitleMarks().front();
+        auto combined = std::make_unique<DataFile>();
+        combined->CopyFrom(*file);
+        combined->Combine(DataFile(files.Write(QByteArray(".Experiment Name\tX\n\nC\nD\n"))));
+        file.reset();
+        QCOMPARE(TableContents::Titles(combined->GetMainModel()).join('|'), "Flag|A\nA|A\nA#|B\nB|C\nD");
+        combined.reset();
+        QVERIFY(marks.expired());
+    }
+
     // Random bytes open and every cell of them reads. 100,000 equal titles
     // carry 0 to 99,999 marks and empty lines no cells, so neither costs
     // more than its bytes; a line of 20 MB is read without recursion.

@@ -1,6 +1,7 @@
 // The row commands of the main window, the line of flagged and hidden
 // counts, and which actions are on, as a user meets them.
 
+#include "testfiles.h"
 #include "windowdriver.h"
 
 class TestRowCommands : public QObject
@@ -118,6 +119,62 @@ private slots:
         driver->Trigger("actionHide_Selected_Rows");
         QCOMPARE(selected + " | " + Rows() + " | " + driver->Summary().section(',', 0, 0),
                  "100 200 300 | 1 2 (2 flagged|) 101 010 | 100 200 | 1 (1 flagged, |1 hidden) | 2||150.00 msec");
+    }
+
+    void hidingSelectedRowsLeavesTheSelectionAsTheModelDoes_data()
+    {
+        QTest::addColumn<int>("headerClicks");
+        QTest::addColumn<QVector<int>>("selected");
+        QTest::addColumn<QPoint>("current");
+        // Header clicks on the reaction time: none, two (ascending) or three
+        // (descending). Rows are places on screen; `current` is (column, row).
+        QTest::newRow("file order") << 0 << QVector<int>{1, 2, 5} << QPoint(4, 3);
+        QTest::newRow("file order, current row goes") << 0 << QVector<int>{1, 2, 5} << QPoint(2, 5);
+        QTest::newRow("ascending") << 2 << QVector<int>{0, 3, 6} << QPoint(4, 1);
+        QTest::newRow("descending, current row goes") << 3 << QVector<int>{1, 2} << QPoint(3, 7);
+        QTest::newRow("descending, all rows") << 3 << QVector<int>{0, 1, 2, 3, 4, 5, 6, 7} << QPoint(1, 7);
+        QTest::newRow("descending, the row that goes is the row selected") << 3 << QVector<int>{4} << QPoint(2, 2);
+    }
+
+    // When every selected row goes the window clears the selection before
+    // hiding; what stays selected and current is what the model's own
+    // handling of the change leaves in a view that hides the same rows.
+    void hidingSelectedRowsLeavesTheSelectionAsTheModelDoes()
+    {
+        QFETCH(int, headerClicks);
+        QFETCH(QVector<int>, selected);
+        QFETCH(QPoint, current);
+        const DataFileBuilder builder =
+            WindowDriver::Trials("B1 T1 C 500, B1 T2 E 100, B1 T3 C 700, B2 T1 C 300, B2 T2 SC 400, B2 T3 C 200, "
+                                 "B3 T1 NR 800, B3 T2 C 600");
+        driver->Open(builder);
+        TestFiles files;
+        const auto reference = files.Open(builder);
+        QTableView view;
+        view.setModel(&reference->GetMainProxy());
+        for (int click = 0; click < headerClicks; ++click)
+            WindowDriver::ClickHeader(driver->Raw(), 12);
+        if (headerClicks > 1)
+            reference->GetMainProxy().sort(12, headerClicks == 2 ? Qt::AscendingOrder : Qt::DescendingOrder);
+        QStringList states;
+        for (QTableView *table : {driver->Raw(), &view}) {
+            QItemSelectionModel *selection = table->selectionModel();
+            selection->clear();
+            for (const int row : selected)
+                selection->select(QItemSelection(table->model()->index(row, 1), table->model()->index(row, 13)),
+                                  QItemSelectionModel::Select);
+            selection->setCurrentIndex(table->model()->index(current.y(), current.x()), QItemSelectionModel::NoUpdate);
+        }
+        driver->Trigger("actionHide_Selected_Rows");
+        reference->HideSelectedRows(selected);
+        for (QTableView *table : {driver->Raw(), &view}) {
+            QString state = TableContents::Column(*table->model(), 12).join(' ') + " |";
+            for (const QItemSelectionRange &range : table->selectionModel()->selection())
+                state += QString(" %1,%2-%3,%4").arg(range.top()).arg(range.left()).arg(range.bottom()).arg(range.right());
+            const QModelIndex now = table->selectionModel()->currentIndex();
+            states << state + QString(" | %1,%2 %3").arg(now.row()).arg(now.column()).arg(now.data().toString());
+        }
+        QCOMPARE(states[0], states[1]);
     }
 
     // The first file, added on the summary tab, finds the row actions off. A

@@ -58,6 +58,24 @@ private slots:
                                     "shown 0 shown | Key, Pressed Or\nReleased, Stimulus\nSide | left: 1 0 0 0, right: 0 1 0 0"}));
     }
 
+    // Repeated titles share their marks with the file that holds them; the
+    // names listed stay readable after their file has gone, until the list
+    // is filled again.
+    void listedNamesOutliveTheirFile()
+    {
+        driver->Open(DataFileBuilder().Columns("Error/Code,Reaction/Time,Side,Side,Side").Rows({"C,300,l,l,r"}));
+        driver->ShowTab(1);
+        Combo("basisDropDown")->setCurrentIndex(3);
+        driver->ClickRows({0});
+        driver->Click("minusButton");
+        QComboBox *names = Combo("specificBasisDropDown");
+        QStringList seen{TableContents::Column(*names->model(), 0).join(", ")};
+        names->grab();
+        Open("B1 T1 C 300");
+        seen << TableContents::Column(*names->model(), 0).join(", ");
+        QCOMPARE(seen, QStringList({"Side, Side#, Side##", "Key, Pressed Or\nReleased, Stimulus\nSide"}));
+    }
+
     // Each file keeps its own section model; the one that takes the focus is
     // set to what the drop-downs show, and the list of names starts again.
     void newFocusTakesTheDropDownChoices()

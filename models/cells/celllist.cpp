@@ -24,6 +24,15 @@ std::string_view CellList::BytesAt(int row) const
     return bytes;
 }
 
+bool CellList::AsciiAt(int row, std::string_view *bytes) const
+{
+    *bytes = std::string_view();
+    const CellText *text = TextAt(row, bytes);
+    if (text && text->Codec())
+        return false;
+    return std::all_of(bytes->begin(), bytes->end(), [](char byte) { return uchar(byte) < 0x80 && byte != '\r'; });
+}
+
 double CellList::ToDouble(int row, bool *ok) const
 {
     std::string_view bytes;

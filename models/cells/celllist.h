@@ -22,6 +22,9 @@ public:
     int size() const { return total; }
     QString at(int row) const;
     std::string_view BytesAt(int row) const;
+    // The cell's bytes, when its text is exactly those bytes, each one
+    // character: ASCII without CRs, read as UTF-8. False otherwise.
+    bool AsciiAt(int row, std::string_view *bytes) const;
     // The cell read as QString::toDouble or QString::toInt (base 10) would
     // read it, 0 when that fails.
     double ToDouble(int row, bool *ok) const;

@@ -1,5 +1,7 @@
 #include "cellnumber.h"
 
+#include <QtGlobal>
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -48,6 +50,29 @@ bool ParsePlainInteger(std::string_view bytes, int *value)
     if (digits == 0 || digits > 9 || pos != bytes.size())
         return false;
     std::from_chars(bytes.data(), bytes.data() + bytes.size(), *value);
+    return true;
+}
+
+bool ParsePlainTruncated(std::string_view bytes, int *value)
+{
+    size_t pos = 0;
+    const bool negative = pos < bytes.size() && bytes[pos] == '-';
+    if (negative)
+        ++pos;
+    const size_t wholeStart = pos;
+    const int whole = SkipDigits(bytes, &pos);
+    int fraction = 0;
+    if (pos < bytes.size() && bytes[pos] == '.') {
+        ++pos;
+        fraction = SkipDigits(bytes, &pos);
+    }
+    if (whole == 0 || whole + fraction > 15 || pos != bytes.size())
+        return false;
+    qint64 number = 0;
+    for (size_t at = wholeStart; at < wholeStart + size_t(whole); ++at)
+        number = number * 10 + (bytes[at] - '0');
+    number = negative ? -number : number;
+    *value = int(qBound<qint64>(std::numeric_limits<int>::min(), number, std::numeric_limits<int>::max()));
     return true;
 }
 

@@ -10,6 +10,12 @@ namespace CellNumber {
 
 bool ParsePlainDecimal(std::string_view bytes, double *value);
 bool ParsePlainInteger(std::string_view bytes, int *value);
+// TruncateToInt of what ParsePlainDecimal reads, straight from the digits
+// before the point: with at most 15 digits in all, the nearest double lies
+// closer to the number than the number lies to the next whole one, so the
+// truncation cannot differ. False beyond that, and for anything
+// ParsePlainDecimal refuses.
+bool ParsePlainTruncated(std::string_view bytes, int *value);
 // Truncation toward zero into 32 bits; values beyond the range saturate and
 // NaN gives 0.
 int TruncateToInt(double value);

@@ -63,11 +63,11 @@ QString CellText::DecodeBytes(const char *data, int length) const
     // A byte order mark inside the file is text, not a header: only the one
     // at the very start of the file is skipped, and that one is gone already.
     // QString::fromUtf8 would skip a mark at the start of the cell.
-    QString marks;
-    while (length >= 3 && uchar(data[0]) == 0xEF && uchar(data[1]) == 0xBB && uchar(data[2]) == 0xBF) {
-        marks += QChar(0xFEFF);
-        data += 3;
-        length -= 3;
-    }
-    return marks + QString::fromUtf8(data, length);
+    int marks = 0;
+    while (length - 3 * marks >= 3 && uchar(data[3 * marks]) == 0xEF && uchar(data[3 * marks + 1]) == 0xBB
+           && uchar(data[3 * marks + 2]) == 0xBF)
+        ++marks;
+    if (marks == 0)
+        return QString::fromUtf8(data, length);
+    return QString(marks, QChar(0xFEFF)) + QString::fromUtf8(data + 3 * marks, length - 3 * marks);
 }

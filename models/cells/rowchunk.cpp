@@ -4,226 +4,225 @@
 #include <QtEndian>
 
 #include <cstring>
-#include <new>
 
 namespace {
 
-const int kRowPageBits = 16;
-const quint64 kRowPageMask = (quint64(1) << kRowPageBits) - 1;
-const quint64 kFirstUnitPage = quint64(1) << 12;
-const quint64 kLargestUnitPage = HugePages::kHugePageBytes / sizeof(quint16);
-// Entry headers: below kWide32 the header is the number of 16-bit ends.
-const quint16 kWide32 = 0x8000;
-const quint16 kWide64 = 0x8001;
+const int kPageBits = 16;
+const qint64 kPageMask = (qint64(1) << kPageBits) - 1;
+const int kCheckpointCells = 64;
 const quint64 kLowBytes = 0x7F7F7F7F7F7F7F7FULL;
 
-quint64 Load64(const quint16 *units)
-{
-    quint64 value;
-    std::memcpy(&value, units, sizeof value);
-    return value;
-}
-
-quint32 Load32(const quint16 *units)
-{
-    quint32 value;
-    std::memcpy(&value, units, sizeof value);
-    return value;
-}
-
 // The high bit of each byte of `word` that equals the byte of `pattern`.
-// Index memory that cannot be had fails like any other allocation.
-template <typename T>
-HugePages::Block<T> Allocate(size_t count)
-{
-    HugePages::Block<T> block = HugePages::Allocate<T>(count);
-    if (!block)
-        throw std::bad_alloc();
-    return block;
-}
-
 quint64 EqualBytes(quint64 word, quint64 pattern)
 {
     const quint64 x = word ^ pattern;
     return ~(((x & kLowBytes) + kLowBytes) | x | kLowBytes);
 }
 
+quint64 Delimiters(quint64 word)
+{
+    return EqualBytes(word, 0x0909090909090909ULL) | EqualBytes(word, 0x0A0A0A0A0A0A0A0AULL);
+}
+
+// The place after the `count`-th TAB from `at` on, or null when there are
+// fewer before `last`; eight bytes at a time.
+const char *SkipTabs(const char *at, const char *last, qint64 count)
+{
+    while (count > 0 && last - at >= 8) {
+        quint64 bytes;
+        std::memcpy(&bytes, at, sizeof bytes);
+        for (quint64 tabs = EqualBytes(qFromLittleEndian(bytes), 0x0909090909090909ULL); tabs; tabs &= tabs - 1) {
+            if (--count == 0)
+                return at + (qCountTrailingZeroBits(tabs) >> 3) + 1;
+        }
+        at += 8;
+    }
+    for (; count > 0 && at < last; ++at) {
+        if (*at == '\t')
+            --count;
+    }
+    return count == 0 ? at : nullptr;
+}
+
 } // namespace
 
 // Walks the bytes eight at a time, finding TABs and LFs with word
 // arithmetic rather than one byte at a time, and hands each line with the
-// ends of its cells to the chunk.
+// ends of its cells to the chunk and the sink. The walk keeps its place in
+// locals, so that storing a cell's end is not taken to change them.
 class RowChunk::Scan
 {
 public:
-    Scan(RowChunk &chunk, int columns)
-        : chunk(chunk)
+    Scan(std::string_view bytes, int columns, RowChunk *chunk, const LineSink &sink)
+        : base(bytes.data())
         , columns(columns)
+        , chunk(chunk)
+        , sink(sink)
+        , ends(size_t(qMax(columns, 1)))
+        , hasText(chunk ? size_t(qMax(columns, 0)) : 0, 0)
+        , withoutText(chunk ? columns : 0)
     {
-        chunk.columnHasText.assign(size_t(columns), 0);
     }
 
     void Run(qint64 begin, qint64 end)
     {
-        const char *base = chunk.base;
-        rowStart = begin;
-        for (qint64 word = begin; word < end; word += 8) {
-            quint64 bytes = 0;
-            std::memcpy(&bytes, base + word, size_t(qMin<qint64>(8, end - word)));
-            bytes = qFromLittleEndian(bytes);
-            quint64 found = EqualBytes(bytes, 0x0909090909090909ULL) | EqualBytes(bytes, 0x0A0A0A0A0A0A0A0AULL);
+        qint64 rowStart = begin;
+        qint64 count = 0;
+        quint64 *cellEnds = ends.data();
+        // Cells past the file's columns are dropped, but still walked over.
+        const auto closeCell = [&](qint64 at, bool tab) {
+            if (count >= columns)
+                return;
+            if (withoutText > 0 && !hasText[size_t(count)])
+                LookForText(count, rowStart + (count == 0 ? 0 : qint64(cellEnds[count - 1]) + 1), at);
+            if ((count & (kCheckpointCells - 1)) == kCheckpointCells - 1 && tab && count + 1 < columns && chunk)
+                checkpoints.push_back(quint64(at + 1 - rowStart));
+            cellEnds[count] = quint64(at - rowStart);
+            ++count;
+        };
+        const auto closeRow = [&](qint64 next) {
+            EndLine(rowStart, count);
+            rowStart = next;
+            count = 0;
+        };
+        const auto close = [&](qint64 word, quint64 found) {
             while (found) {
                 const qint64 at = word + (qCountTrailingZeroBits(found) >> 3);
                 found &= found - 1;
-                CloseCell(at);
-                if (base[at] == '\n')
-                    CloseRow(at + 1);
+                const bool lineFeed = base[at] == '\n';
+                closeCell(at, !lineFeed);
+                if (lineFeed)
+                    closeRow(at + 1);
             }
+        };
+        qint64 word = begin;
+        for (; word + 8 <= end; word += 8) {
+            quint64 bytes;
+            std::memcpy(&bytes, base + word, sizeof bytes);
+            close(word, Delimiters(qFromLittleEndian(bytes)));
+        }
+        // The bytes past the end read as NULs, which are no delimiters.
+        if (word < end) {
+            quint64 bytes = 0;
+            std::memcpy(&bytes, base + word, size_t(end - word));
+            close(word, Delimiters(qFromLittleEndian(bytes)));
         }
         if (rowStart < end) {
-            CloseCell(end);
-            CloseRow(end);
+            closeCell(end, false);
+            closeRow(end);
         }
+        if (chunk)
+            chunk->columnHasText.assign(hasText.begin(), hasText.end());
     }
 
 private:
-    // Cells past the file's columns are dropped, but still walked over.
-    void CloseCell(qint64 at)
+    void EndLine(qint64 start, qint64 count)
     {
-        if (count >= columns)
-            return;
-        const quint64 cellStart = count == 0 ? 0 : ends[size_t(count - 1)] + 1;
-        const quint64 cellEnd = quint64(at - rowStart);
-        if (size_t(count) == ends.size())
-            ends.push_back(cellEnd);
-        else
-            ends[size_t(count)] = cellEnd;
-        if (!chunk.columnHasText[size_t(count)] && HasText(rowStart + qint64(cellStart), at))
-            chunk.columnHasText[size_t(count)] = 1;
-        ++count;
+        if (chunk)
+            chunk->AddLine(start, checkpoints);
+        if (sink)
+            sink(LineCells(base + start, ends.data(), count));
+        checkpoints.clear();
     }
 
-    void CloseRow(qint64 next)
-    {
-        chunk.AddRow(rowStart, ends, count);
-        rowStart = next;
-        count = 0;
-    }
-
-    bool HasText(qint64 from, qint64 to) const
+    void LookForText(qint64 column, qint64 from, qint64 to)
     {
         for (qint64 at = from; at < to; ++at) {
-            if (chunk.base[at] != '\r')
-                return true;
+            if (base[at] != '\r') {
+                hasText[size_t(column)] = 1;
+                --withoutText;
+                return;
+            }
         }
-        return false;
     }
 
-    RowChunk &chunk;
+    const char *base;
     const int columns;
-    qint64 rowStart = 0;
-    qint64 count = 0;
+    RowChunk *chunk;
+    const LineSink &sink;
     std::vector<quint64> ends;
+    std::vector<quint64> checkpoints;
+    // Which columns some line has text in, and how many have none yet.
+    std::vector<char> hasText;
+    int withoutText;
 };
 
-RowChunk::RowChunk(std::string_view bytes, qint64 begin, qint64 end, int columns)
+RowChunk::RowChunk(std::string_view bytes, qint64 begin, qint64 end, int columns, const LineSink &sink)
     : base(bytes.data())
+    , end(end)
+    , columns(columns)
 {
-    Scan(*this, columns).Run(begin, end);
+    Scan(bytes, columns, this, sink).Run(begin, end);
 }
 
-qint64 RowChunk::CellCount(qint64 row) const
+void RowChunk::ReadLines(std::string_view bytes, qint64 begin, qint64 end, int columns, const LineSink &sink)
 {
-    const quint16 *entry = Entry(row);
-    return entry[4] < kWide32 ? entry[4] : qint64(Load64(entry + 5));
+    Scan(bytes, columns, nullptr, sink).Run(begin, end);
 }
 
 std::string_view RowChunk::Cell(qint64 row, int column) const
 {
-    const quint16 *entry = Entry(row);
-    const quint64 start = Load64(entry);
-    const quint16 header = entry[4];
-    quint64 cellStart = 0;
-    quint64 cellEnd = 0;
-    if (header < kWide32) {
-        if (column >= header)
-            return std::string_view();
-        cellEnd = entry[5 + column];
-        cellStart = column == 0 ? 0 : entry[4 + column] + 1u;
-    } else {
-        if (quint64(column) >= Load64(entry + 5))
-            return std::string_view();
-        const quint16 *ends = entry + 9;
-        if (header == kWide32) {
-            cellEnd = Load32(ends + 2 * column);
-            cellStart = column == 0 ? 0 : Load32(ends + 2 * (column - 1)) + 1;
-        } else {
-            cellEnd = Load64(ends + 4 * qint64(column));
-            cellStart = column == 0 ? 0 : Load64(ends + 4 * qint64(column - 1)) + 1;
+    if (column < 0 || column >= columns)
+        return std::string_view();
+    const char *at = base + LineStart(row);
+    const char *last = base + LineEnd(row);
+    qint64 cell = 0;
+    if (column >= kCheckpointCells && !firstCheckpoint.empty()) {
+        const quint64 first = firstCheckpoint[size_t(row)];
+        const quint64 kept = qMin<quint64>(quint64(column / kCheckpointCells), firstCheckpoint[size_t(row) + 1] - first);
+        if (kept > 0) {
+            at += checkpoints[size_t(first + kept - 1)];
+            cell = qint64(kept) * kCheckpointCells;
         }
     }
-    const char *first = base + start + cellStart;
-    const char *last = base + start + cellEnd;
-    while (first < last && *first == '\r')
-        ++first;
-    while (last > first && last[-1] == '\r')
-        --last;
-    return std::string_view(first, size_t(last - first));
+    at = SkipTabs(at, last, column - cell);
+    if (!at)
+        return std::string_view();
+    const void *tab = std::memchr(at, '\t', size_t(last - at));
+    return LineCells::WithoutEndCarriageReturns(at, tab ? static_cast<const char *>(tab) : last);
 }
 
-void RowChunk::AddRow(qint64 start, const std::vector<quint64> &ends, qint64 count)
+// A line too long for its checkpoints to fit 32 bits keeps none and is
+// walked from its start.
+void RowChunk::AddLine(qint64 start, const std::vector<quint64> &lineCheckpoints)
 {
-    const quint64 longest = count == 0 ? 0 : ends[size_t(count - 1)];
-    quint16 header = quint16(count);
-    int width = 1;
-    if (count >= kWide32 || longest > 0xFFFF) {
-        header = longest > 0xFFFFFFFFULL ? kWide64 : kWide32;
-        width = header == kWide64 ? 4 : 2;
+    if ((rows & kPageMask) == 0) {
+        pages.emplace_back();
+        pages.back().first = start;
     }
-    const quint64 units = 5 + (header < kWide32 ? 0 : 4) + quint64(width) * quint64(count);
-    quint16 *entry = Reserve(units);
-    const quint64 place = (quint64(unitPages.size() - 1) << 32) | (lastPageUsed - units);
-    std::memcpy(entry, &start, sizeof start);
-    entry[4] = header;
-    quint16 *out = entry + 5;
-    if (header >= kWide32) {
-        const quint64 cells = quint64(count);
-        std::memcpy(out, &cells, sizeof cells);
-        out += 4;
+    Page &page = pages.back();
+    const quint64 offset = quint64(start - page.first);
+    if (page.starts.empty() && offset > 0xFFFFFFFFULL) {
+        for (const quint32 kept : page.offsets)
+            page.starts.push_back(page.first + qint64(kept));
+        page.offsets = std::vector<quint32>();
     }
-    if (width == 1) {
-        for (qint64 i = 0; i < count; ++i)
-            out[i] = quint16(ends[size_t(i)]);
-    } else if (width == 2) {
-        for (qint64 i = 0; i < count; ++i) {
-            const quint32 end = quint32(ends[size_t(i)]);
-            std::memcpy(out + 2 * i, &end, sizeof end);
-        }
-    } else {
-        std::memcpy(out, ends.data(), size_t(count) * sizeof(quint64));
-    }
-    if ((quint64(rows) & kRowPageMask) == 0)
-        rowPages.push_back(Allocate<quint64>(size_t(1) << kRowPageBits));
-    rowPages.back()[quint64(rows) & kRowPageMask] = place;
+    if (page.starts.empty())
+        page.offsets.push_back(quint32(offset));
+    else
+        page.starts.push_back(start);
+
+    const bool fits = !lineCheckpoints.empty() && lineCheckpoints.back() <= 0xFFFFFFFFULL;
+    if (fits && firstCheckpoint.empty())
+        firstCheckpoint.assign(size_t(rows) + 1, 0);
+    if (fits)
+        checkpoints.insert(checkpoints.end(), lineCheckpoints.begin(), lineCheckpoints.end());
+    if (!firstCheckpoint.empty())
+        firstCheckpoint.push_back(checkpoints.size());
     ++rows;
 }
 
-// An entry never spans two pages; one larger than a page gets a page of
-// its own size.
-quint16 *RowChunk::Reserve(quint64 units)
+qint64 RowChunk::LineStart(qint64 row) const
 {
-    if (unitPages.empty() || lastPageSize - lastPageUsed < units) {
-        lastPageSize = qMax(units, unitPages.empty() ? kFirstUnitPage : qMin(2 * lastPageSize, kLargestUnitPage));
-        unitPages.push_back(Allocate<quint16>(size_t(lastPageSize)));
-        lastPageUsed = 0;
-    }
-    quint16 *entry = unitPages.back().get() + lastPageUsed;
-    lastPageUsed += units;
-    return entry;
+    const Page &page = pages[size_t(row >> kPageBits)];
+    const size_t index = size_t(row & kPageMask);
+    return page.starts.empty() ? page.first + qint64(page.offsets[index]) : page.starts[index];
 }
 
-const quint16 *RowChunk::Entry(qint64 row) const
+// Where the line's text ends: at its LF, or at the end of the stretch.
+qint64 RowChunk::LineEnd(qint64 row) const
 {
-    const quint64 place = rowPages[size_t(quint64(row) >> kRowPageBits)][quint64(row) & kRowPageMask];
-    return unitPages[size_t(place >> 32)].get() + (place & 0xFFFFFFFFULL);
+    if (row + 1 < rows)
+        return LineStart(row + 1) - 1;
+    return end > LineStart(row) && base[end - 1] == '\n' ? end - 1 : end;
 }

@@ -106,7 +106,10 @@ ReadFailure DataFile::ReadFile()
     SectionStores stores = parser.TakeStatistics(&overall);
     QStringList titles;
     QVector<DataColumn> columns;
-    parser.HandOver(&titles, &columns);
+    std::shared_ptr<const TitleMarkStore> marks;
+    parser.HandOver(&titles, &columns, &marks);
+    if (marks)
+        titleMarks.push_back(std::move(marks));
     mainModel.LoadData(titles, columns);
     sectionModel.SetSections(stores.blocks, stores.trials, stores.trialVariables, stores.codeColumns);
     return ReadFailure::None;
@@ -117,6 +120,7 @@ void DataFile::CopyFrom(const DataFile &other)
     experimentName = other.experimentName;
     date = other.date;
     overall = other.overall;
+    titleMarks = other.titleMarks;
     mainModel.CopyRows(other.mainModel);
     sectionModel.CopySections(other.sectionModel);
 }
@@ -129,6 +133,7 @@ void DataFile::Combine(const DataFile &other)
         experimentName += QLatin1String(" & ");
     experimentName += other.experimentName;
     date += other.date + QLatin1Char(' ');
+    titleMarks.insert(titleMarks.end(), other.titleMarks.cbegin(), other.titleMarks.cend());
     mainModel.AppendRows(other.mainModel);
     overall.Add(other.overall);
     overall.Finish();
@@ -153,9 +158,7 @@ void DataFile::WriteMergedFile(QFileDevice &file, int rowsToMerge, bool includeH
 
 void DataFile::HideRows(const QVector<int> &rows)
 {
-    mainProxy.BeginRowRemovals();
-    mainModel.HideRows(rows);
-    mainProxy.EndRowRemovals();
+    mainProxy.HideRows(rows);
 }
 
 void DataFile::HideSelectedRows(const QVector<int> &selected)
@@ -193,26 +196,26 @@ void DataFile::ShowAllRows()
 
 // The share of each section in the given rows. These records keep "SC" in
 // its own slot, although the load folded it into "C" for the blocks and the
-// whole file.
+// whole file. Titles of a model differ, so each column's records are told
+// apart by section name alone.
 QVector<HiddenSectionStats> DataFile::HiddenShares(const QVector<int> &rows) const
 {
     const QVector<ShareColumn> columns = ShareColumns(mainModel);
     QVector<HiddenSectionStats> shares;
-    QHash<QString, int> positions;
+    QVector<QHash<QString, int>> positions(columns.size());
     for (const int row : rows) {
-        const QString code = Cell(row, mainModel.ErrorCodeColumn());
+        const int slot = CodeIndex(Cell(row, mainModel.ErrorCodeColumn()));
         const int rt = CellNumber::TruncateToInt(CellValue(row, mainModel.ReactionTimeColumn()));
-        for (const ShareColumn &column : columns) {
-            QString name = Cell(row, column.column);
+        for (int i = 0; i < columns.size(); ++i) {
+            QString name = Cell(row, columns[i].column);
             if (name.isEmpty())
                 name = QStringLiteral("<No Name>");
-            const HiddenSectionStats share(name, column.sectionType, column.columnName);
-            auto found = positions.find(share.Key());
-            if (found == positions.end()) {
-                found = positions.insert(share.Key(), shares.size());
-                shares.append(share);
+            auto found = positions[i].find(name);
+            if (found == positions[i].end()) {
+                found = positions[i].insert(name, shares.size());
+                shares.append(HiddenSectionStats(name, columns[i].sectionType, columns[i].columnName));
             }
-            shares[*found].AddRow(code, rt);
+            shares[*found].AddToSlot(slot, rt);
         }
     }
     return shares;
@@ -228,6 +231,6 @@ double DataFile::CellValue(int row, int column) const
 {
     double value = 0;
     if (column >= 0)
-        mainModel.CellNumber(mainModel.index(row, column), &value);
+        mainModel.ReadNumber(mainModel.index(row, column), &value);
     return value;
 }

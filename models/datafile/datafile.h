@@ -7,9 +7,13 @@
 #include "readfailure.h"
 #include "sectionmodel.h"
 #include "sectionstats.h"
+#include "titlemarks.h"
 
 #include <QMap>
 #include <QString>
+
+#include <memory>
+#include <vector>
 
 class QFileDevice;
 
@@ -59,6 +63,10 @@ public:
     MainProxy &GetMainProxy() { return mainProxy; }
     SectionModel &GetSectionModel() { return sectionModel; }
     ProxyModel &GetSectionProxy() { return sectionProxy; }
+    // Where the marks of repeated titles live, one store for each file
+    // read; whatever keeps a copy of a title keeps these with it.
+    using TitleMarks = std::vector<std::shared_ptr<const TitleMarkStore>>;
+    const TitleMarks &GetTitleMarks() const { return titleMarks; }
 
 private:
     void WireModels();
@@ -79,4 +87,5 @@ private:
     MainProxy mainProxy;
     SectionModel sectionModel;
     ProxyModel sectionProxy;
+    TitleMarks titleMarks;
 };

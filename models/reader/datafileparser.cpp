@@ -2,13 +2,11 @@
 
 #include "headerline.h"
 #include "linecursor.h"
+#include "parallelparts.h"
 #include "rowtable.h"
 
 #include <algorithm>
 #include <cstring>
-#include <future>
-#include <system_error>
-#include <thread>
 
 namespace {
 
@@ -16,33 +14,10 @@ const QString kErrorCode = QStringLiteral("Error\nCode");
 const QString kReactionTime = QStringLiteral("Reaction\nTime");
 const QString kTrialVariable = QStringLiteral("(Trial Variable)");
 
-// Runs work(0) to work(count - 1) at once, part 0 on the calling thread, and
-// returns when all are done. A part's failure reaches the caller, after the
-// other parts have finished.
-template <typename Work>
-void RunParts(int count, const Work &work)
-{
-    std::vector<std::future<void>> others;
-    for (int part = 1; part < count; ++part) {
-        try {
-            others.push_back(std::async(std::launch::async, work, part));
-        } catch (const std::system_error &) {
-            // No thread to be had: the part runs on this one.
-            others.push_back(std::async(std::launch::deferred, work, part));
-        }
-    }
-    work(0);
-    for (std::future<void> &other : others)
-        other.get();
-}
-
-// At least two stretches, so that merging is at work on any machine. A
-// codec other than UTF-8 decodes on the calling thread only.
+// A codec other than UTF-8 decodes on the calling thread only.
 int StretchCount(const CellText &text)
 {
-    if (text.Codec())
-        return 1;
-    return qBound(2, int(std::thread::hardware_concurrency()), 8);
+    return text.Codec() ? 1 : ParallelParts::Count();
 }
 
 // Places where stretches of about equal size start, each at a line start,
@@ -161,9 +136,10 @@ void DataFileParser::PlanStatistics()
     }
 }
 
-// Each stretch is indexed and counted on a thread of its own; the
-// statistics are then merged in file order. Where the order of adding could
-// show in the sums, the rows are counted again in one pass.
+// Each stretch is indexed and counted on a thread of its own, in one walk
+// over its bytes; the statistics are then merged in file order. Where the
+// order of adding could show in the sums, the rows are counted again in
+// one pass.
 void DataFileParser::ReadRows(qint64 begin)
 {
     const std::vector<qint64> starts = SplitAtLines(*text, begin, StretchCount(*text));
@@ -172,10 +148,12 @@ void DataFileParser::ReadRows(qint64 begin)
     std::vector<std::optional<RowChunk>> chunks(static_cast<size_t>(parts));
     std::vector<ChunkStatistics> counted;
     for (int part = 0; part < parts; ++part)
-        counted.emplace_back(plan, *text);
-    RunParts(parts, [&](int part) {
-        chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields);
-        counted[size_t(part)].AddRows(*chunks[size_t(part)], false);
+        counted.emplace_back(plan, *text, false);
+    ParallelParts::Run(parts, [&](int part) {
+        ChunkStatistics &statistics = counted[size_t(part)];
+        chunks[size_t(part)].emplace(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
+                                     [&](const LineCells &line) { statistics.AddLine(line); });
+        statistics.EndLines();
     });
 
     qint64 rows = 0;
@@ -190,10 +168,12 @@ void DataFileParser::ReadRows(qint64 begin)
     for (int part = 1; part < parts; ++part)
         counted[0].Merge(counted[size_t(part)]);
     statistics.emplace(std::move(counted[0]));
+    counted.clear();
     if (!statistics->OrderFree()) {
-        statistics.emplace(plan, *text);
-        for (const RowChunk &chunk : indexed)
-            statistics->AddRows(chunk, true);
+        statistics.emplace(plan, *text, true);
+        for (int part = 0; part < parts; ++part)
+            RowChunk::ReadLines(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
+                                [&](const LineCells &line) { statistics->AddLine(line); });
     }
     BuildColumns(std::make_shared<const RowTable>(text, std::move(indexed)));
 }
@@ -257,9 +237,11 @@ void DataFileParser::FillTitleMaps(const QVector<QVector<SectionStats>> &section
     InsertInOrder(titleRow, codeColumns, sections, &stores->codeColumns);
 }
 
-void DataFileParser::HandOver(QStringList *titles, QVector<DataColumn> *tableColumns)
+void DataFileParser::HandOver(QStringList *titles, QVector<DataColumn> *tableColumns,
+                              std::shared_ptr<const TitleMarkStore> *marks)
 {
     titles->swap(titleRow.titles);
+    *marks = std::move(titleRow.marks);
     tableColumns->swap(columns);
     titleRow = TitleRow();
     columns.clear();

@@ -52,8 +52,10 @@ public:
     // Fills `overall` and gives the section stores.
     SectionStores TakeStatistics(SectionStats *overall);
     // Gives the titles and columns of the table, with the "Flag" column in
-    // front; the parser is empty afterwards.
-    void HandOver(QStringList *titles, QVector<DataColumn> *tableColumns);
+    // front, and the store that the titles' marks live in (null when no
+    // title has any); the parser is empty afterwards.
+    void HandOver(QStringList *titles, QVector<DataColumn> *tableColumns,
+                  std::shared_ptr<const TitleMarkStore> *marks);
 
 private:
     void PlanStatistics();

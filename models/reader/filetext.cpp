@@ -1,11 +1,15 @@
 #include "filetext.h"
 
+#include "parallelparts.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <cstring>
+#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
@@ -16,6 +20,8 @@ namespace {
 // Pieces in which bytes are read and files in other encodings converted;
 // small enough for the int sizes of Qt's own functions.
 const qint64 kPieceBytes = qint64(1) << 26;
+// Files from this size on are read in parts at once.
+const qint64 kPartedBytes = qint64(1) << 25;
 
 // A file larger than the machine's memory can never be held, and trying
 // would only drive the system into swapping or its out-of-memory killer.
@@ -36,9 +42,25 @@ QHash<QString, ReadFailure> &InjectedFailures()
     return failures;
 }
 
+// Reads `size` bytes from the device's place into `buffer` or, at the
+// device's end, fewer; false when reading fails.
+bool ReadRange(QFile &file, char *buffer, qint64 size, qint64 *got)
+{
+    while (*got < size) {
+        const qint64 read = file.read(buffer + *got, qMin(size - *got, kPieceBytes));
+        if (read < 0)
+            return false;
+        if (read == 0)
+            break;
+        *got += read;
+    }
+    return true;
+}
+
 // Reads the file's present size, no more, so that a file growing meanwhile
 // still reads as the size it had; a file that shrinks meanwhile ends where
-// it now ends.
+// it now ends. A large file is read in parts at once, which also shares out
+// the work of giving the program fresh memory for it.
 std::shared_ptr<CellText> ReadBytes(const QString &path, ReadFailure *failure)
 {
     *failure = InjectedFailures().value(path, ReadFailure::None);
@@ -60,18 +82,25 @@ std::shared_ptr<CellText> ReadBytes(const QString &path, ReadFailure *failure)
         *failure = ReadFailure::OutOfMemory;
         return nullptr;
     }
-    qint64 got = 0;
-    while (got < size) {
-        const qint64 read = file.read(text->Buffer() + got, qMin(size - got, kPieceBytes));
-        if (read < 0) {
-            *failure = ReadFailure::ReadError;
-            return nullptr;
-        }
-        if (read == 0)
-            break;
-        got += read;
+    const int parts = size >= kPartedBytes ? ParallelParts::Count() : 1;
+    std::vector<qint64> got(size_t(parts), 0);
+    std::vector<char> failed(size_t(parts), 0);
+    ParallelParts::Run(parts, [&](int part) {
+        const qint64 from = size * part / parts;
+        const qint64 to = size * (part + 1) / parts;
+        QFile piece(path);
+        failed[size_t(part)] = !piece.open(QIODevice::ReadOnly) || !piece.seek(from)
+                               || !ReadRange(piece, text->Buffer() + from, to - from, &got[size_t(part)]);
+    });
+    if (std::find(failed.begin(), failed.end(), 1) != failed.end()) {
+        *failure = ReadFailure::ReadError;
+        return nullptr;
     }
-    text->Truncate(got);
+    // A part that ends short has met the file's present end.
+    qint64 end = 0;
+    for (int part = 0; part < parts && end == size * part / parts; ++part)
+        end += got[size_t(part)];
+    text->Truncate(end);
     return text;
 }
 

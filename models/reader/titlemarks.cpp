@@ -1,12 +1,5 @@
 #include "titlemarks.h"
 
-#include <QMutex>
-#include <QMutexLocker>
-
-#include <memory>
-#include <unordered_map>
-#include <vector>
-
 namespace {
 
 // Compares '#' repeated `hashes` times with `rest` followed by `restMarks`
@@ -34,14 +27,6 @@ int CompareMarked(QStringView leftBase, int leftMarks, QStringView rightBase, in
     return -CompareMarksWithRest(rightMarks, leftBase.mid(common));
 }
 
-// One base text followed by a run of "#", grown by replacing it with a
-// longer one; replaced runs stay, as titles may still point into them.
-struct MarkRun
-{
-    std::unique_ptr<QChar[]> text;
-    int capacity = 0;
-};
-
 } // namespace
 
 void TitleRow::Append(const QString &title, int baseSize)
@@ -63,7 +48,15 @@ void RepeatMarks::Add(const QString &title, TitleRow *row)
     const int baseSize = title.size() - hashes;
     const QString base = title.left(baseSize);
     const int marks = FreeCount(base, hashes);
-    row->Append(marks == hashes ? title : MarkedTitle(base, marks), baseSize);
+    if (marks == hashes) {
+        row->Append(title, baseSize);
+        return;
+    }
+    if (!store) {
+        store = std::make_shared<TitleMarkStore>();
+        row->marks = store;
+    }
+    row->Append(store->Marked(base, marks), baseSize);
 }
 
 // Takes the lowest free count from `count` up. Each taken count points at a
@@ -83,13 +76,9 @@ int RepeatMarks::FreeCount(const QString &base, int count)
     return count;
 }
 
-QString MarkedTitle(const QString &base, int marks)
+QString TitleMarkStore::Marked(const QString &base, int marks)
 {
-    static QMutex mutex;
-    static std::unordered_map<QString, MarkRun> runs;
-    static std::vector<std::unique_ptr<QChar[]>> replaced;
-    const QMutexLocker lock(&mutex);
-    MarkRun &run = runs[base];
+    Run &run = runs[base];
     if (marks > run.capacity) {
         const int capacity = qMax(marks, qMin(2 * run.capacity, (1 << 29) - base.size()));
         auto text = std::make_unique<QChar[]>(size_t(base.size()) + size_t(capacity));

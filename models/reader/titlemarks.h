@@ -6,6 +6,12 @@
 #include <QStringView>
 #include <QVector>
 
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+class TitleMarkStore;
+
 // A title row as the reader builds it: "Flag", then the file's titles, each
 // repeat of an earlier title marked with as many "#" as set it apart. Beside
 // each title stands the size of its text without trailing "#", so titles
@@ -15,6 +21,8 @@ struct TitleRow
 {
     QStringList titles;
     QVector<int> baseSizes;
+    // Where the marks of the titles live; null when no title has any.
+    std::shared_ptr<const TitleMarkStore> marks;
 
     void Append(const QString &title, int baseSize);
     QStringView Base(int index) const { return QStringView(titles[index]).left(baseSizes[index]); }
@@ -36,10 +44,34 @@ private:
     int FreeCount(const QString &base, int count);
 
     QHash<QString, QHash<int, int>> taken;
+    std::shared_ptr<TitleMarkStore> store;
 };
 
-// The text of `base` followed by `marks` "#". The marks of all titles with
-// one base share a single run of "#" that lives as long as the program,
-// since a copy of a title (a drop-down's item, a section's column name) may
-// outlive the file it came from.
-QString MarkedTitle(const QString &base, int marks);
+// The text of marked titles: each base text followed by one run of "#"
+// that all titles with that base share, so that n equal titles cost the
+// text of one and not n * n / 2 marks. A title is a view into its run, and
+// so is every copy of it (a drop-down's item, a section's column name):
+// whatever keeps such a copy keeps the store, and the store goes with the
+// last of them.
+class TitleMarkStore
+{
+public:
+    TitleMarkStore() = default;
+    TitleMarkStore(const TitleMarkStore &) = delete;
+    TitleMarkStore &operator=(const TitleMarkStore &) = delete;
+
+    // The text of `base` followed by `marks` "#".
+    QString Marked(const QString &base, int marks);
+
+private:
+    // A run grows by being replaced with a longer one; replaced runs stay,
+    // as titles may still point into them.
+    struct Run
+    {
+        std::unique_ptr<QChar[]> text;
+        int capacity = 0;
+    };
+
+    std::unordered_map<QString, Run> runs;
+    std::vector<std::unique_ptr<QChar[]>> replaced;
+};

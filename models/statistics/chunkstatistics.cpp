@@ -3,6 +3,8 @@
 #include "cellnumber.h"
 
 #include <QHash>
+#include <QSet>
+#include <QStringList>
 
 #include <limits>
 #include <string_view>
@@ -11,6 +13,7 @@
 namespace {
 
 const quint64 kExactDoubles = quint64(1) << 53;
+const int kColumnBlock = 64;
 
 int CodeSlot(std::string_view bytes, const CellText &text)
 {
@@ -23,6 +26,17 @@ int CodeSlot(std::string_view bytes, const CellText &text)
     if (bytes == "NR")
         return 2;
     return bytes == "SC" ? 3 : -1;
+}
+
+// The time as the statistics take it: read as a double, 0 when that
+// fails, truncated toward zero.
+int TruncatedTime(std::string_view bytes, const CellText &text)
+{
+    int value = 0;
+    if (CellNumber::ParsePlainTruncated(bytes, &value))
+        return value;
+    bool ok = false;
+    return CellNumber::TruncateToInt(text.ToDouble(bytes, &ok));
 }
 
 // Rows counted together, each slot as whole numbers.
@@ -53,25 +67,65 @@ struct RowSums
 
 } // namespace
 
+void ChunkStatistics::Totals::AddToSlot(int slot, int rt)
+{
+    if (slot < 0)
+        return;
+    counts[slot] += 1;
+    sums[slot] += rt;
+}
+
+void ChunkStatistics::Totals::Add(const Totals &other)
+{
+    for (int k = 0; k < 4; ++k) {
+        counts[k] += other.counts[k];
+        sums[k] += other.sums[k];
+    }
+}
+
+SectionStats ChunkStatistics::Totals::Record(const QString &name) const
+{
+    SectionStats record(name);
+    for (int k = 0; k < 4; ++k) {
+        record.counts[k] = counts[k];
+        record.sums[k] = sums[k];
+    }
+    return record;
+}
+
 // The sections of one column. Rows are matched to sections by the bytes of
-// their cell first, so each distinct cell is decoded only once.
+// their cell first, so each distinct cell is decoded only once. A wide file
+// has a tally for each of many columns that hold a few values each, so a
+// tally looks those up in short lists and hashes only once it has more.
 class ChunkStatistics::Tally
 {
 public:
-    Tally(const CellText &text, bool foldsSelfCorrect)
+    Tally(const CellText &text, QSet<QString> &names, bool foldsSelfCorrect)
         : text(&text)
+        , knownNames(&names)
         , foldsSelfCorrect(foldsSelfCorrect)
     {
     }
 
-    void Add(std::string_view bytes, int slot, int rt) { sections[Find(bytes)].AddToSlot(Slot(slot), rt); }
+    Q_ALWAYS_INLINE void Add(std::string_view bytes, int slot, int rt)
+    {
+        totals[size_t(Find(bytes))].AddToSlot(Slot(slot), rt);
+    }
 
     // An empty or missing cell files the row under "<No Name>".
     int NoName() { return Find(std::string_view()); }
+    // Whether a row lacking this column has been met; the first brings
+    // "<No Name>" into the column's order.
+    bool Lacked() const { return lacked; }
+    void MarkLacked()
+    {
+        NoName();
+        lacked = true;
+    }
 
     void AddSums(int position, const RowSums &sums)
     {
-        SectionStats &record = sections[position];
+        Totals &record = totals[size_t(position)];
         for (int k = 0; k < 4; ++k) {
             record.counts[Slot(k)] += double(sums.counts[k]);
             record.sums[Slot(k)] += double(sums.sums[k]);
@@ -80,52 +134,115 @@ public:
 
     void Merge(const Tally &later)
     {
-        for (const SectionStats &record : later.sections) {
-            const int position = positions.value(record.name, -1);
-            if (position >= 0) {
-                sections[position].Add(record);
-            } else {
-                positions.insert(record.name, sections.size());
-                sections.append(record);
-            }
+        for (int i = 0; i < later.names.size(); ++i) {
+            const int position = NamePosition(later.names[i]);
+            if (position >= 0)
+                totals[size_t(position)].Add(later.totals[size_t(i)]);
+            else
+                AddSection(later.names[i], later.totals[size_t(i)]);
         }
     }
 
-    QVector<SectionStats> sections;
+    QVector<SectionStats> Sections() const
+    {
+        QVector<SectionStats> sections;
+        sections.reserve(names.size());
+        for (int i = 0; i < names.size(); ++i)
+            sections.append(totals[size_t(i)].Record(names[i]));
+        return sections;
+    }
 
 private:
+    static const int kListed = 8;
+
     // The block column counts "SC" as "C", as the whole-file record does.
     int Slot(int slot) const { return foldsSelfCorrect && slot == 3 ? 0 : slot; }
 
-    int Find(std::string_view bytes)
+    // Cells of up to eight bytes, the values of most code columns, are
+    // looked up as numbers in a short list; rows of one block or trial come
+    // in runs, so for longer cells the last section is tried first.
+    Q_ALWAYS_INLINE int Find(std::string_view bytes)
     {
-        // Rows of one block or trial come in runs, so the last section is
-        // the likeliest and cheapest to try.
+        if (bytes.size() <= sizeof(quint64)) {
+            const quint64 packed = Packed(bytes);
+            for (const ShortCell &listed : shortCells) {
+                if (listed.packed == packed && listed.size == bytes.size())
+                    return listed.position;
+            }
+            return FindNew(bytes, packed);
+        }
         if (last >= 0 && bytes == lastBytes)
             return last;
-        const auto found = byBytes.find(bytes);
-        if (found != byBytes.end()) {
-            last = found->second;
-        } else {
-            const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
-            last = positions.value(name, -1);
-            if (last < 0) {
-                last = sections.size();
-                positions.insert(name, last);
-                sections.append(SectionStats(name));
-            }
-            byBytes.emplace(bytes, last);
-        }
+        const auto found = bytesHashed.find(bytes);
+        last = found == bytesHashed.end() ? FindNew(bytes, 0) : found->second;
         lastBytes = bytes;
         return last;
     }
 
+    static quint64 Packed(std::string_view bytes)
+    {
+        quint64 packed = 0;
+        for (size_t i = 0; i < bytes.size(); ++i)
+            packed |= quint64(uchar(bytes[i])) << (8 * i);
+        return packed;
+    }
+
+    // Bytes not met before: their text names a section, new or not.
+    Q_NEVER_INLINE int FindNew(std::string_view bytes, quint64 packed)
+    {
+        if (bytes.size() <= sizeof(quint64) && shortCells.size() >= kListed) {
+            const auto found = bytesHashed.find(bytes);
+            if (found != bytesHashed.end())
+                return found->second;
+        }
+        const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
+        int position = NamePosition(name);
+        if (position < 0)
+            position = AddSection(*knownNames->insert(name), Totals());
+        if (bytes.size() <= sizeof(quint64) && shortCells.size() < kListed)
+            shortCells.push_back(ShortCell{packed, bytes.size(), position});
+        else
+            bytesHashed.emplace(bytes, position);
+        return position;
+    }
+
+    int NamePosition(const QString &name) const
+    {
+        if (!positions.isEmpty())
+            return positions.value(name, -1);
+        return names.indexOf(name);
+    }
+
+    int AddSection(const QString &name, const Totals &sums)
+    {
+        const int position = names.size();
+        names.append(name);
+        totals.push_back(sums);
+        if (!positions.isEmpty() || names.size() > kListed) {
+            for (int i = positions.size(); i < names.size(); ++i)
+                positions.insert(names[i], i);
+        }
+        return position;
+    }
+
     const CellText *text;
+    QSet<QString> *knownNames;
     bool foldsSelfCorrect;
+    // The sections in the order they first appear.
+    QStringList names;
+    std::vector<Totals> totals;
     QHash<QString, int> positions;
-    std::unordered_map<std::string_view, int> byBytes;
+    struct ShortCell
+    {
+        quint64 packed;
+        size_t size;
+        int position;
+    };
+    std::vector<ShortCell> shortCells;
+    std::unordered_map<std::string_view, int> bytesHashed;
     std::string_view lastBytes;
     int last = -1;
+    bool lacked = false;
 };
 
 // Rows of a chunk by the number of cells they have, for the cells they lack.
@@ -136,13 +253,16 @@ struct ChunkStatistics::MissingCells
     std::vector<RowSums> byFirstMissing;
 };
 
-ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &text)
+ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &text, bool inRowOrder)
     : plan(plan)
     , text(text)
+    , inRowOrder(inRowOrder)
+    , missing(std::make_unique<MissingCells>())
+    , knownNames(std::make_unique<QSet<QString>>())
 {
     tallies.reserve(size_t(plan.sections.size()));
     for (const SectionColumn &section : plan.sections) {
-        tallies.emplace_back(text, section.kind == 0);
+        tallies.emplace_back(text, *knownNames, section.kind == 0);
         countsOverall = countsOverall || section.kind == 0;
     }
 }
@@ -150,56 +270,106 @@ ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &tex
 ChunkStatistics::~ChunkStatistics() = default;
 ChunkStatistics::ChunkStatistics(ChunkStatistics &&) noexcept = default;
 
-void ChunkStatistics::AddRows(const RowChunk &chunk, bool inRowOrder)
+// What a row counts as, worked out as it comes; its cells are counted into
+// the sections a batch of rows at a time.
+void ChunkStatistics::AddLine(const LineCells &line)
 {
-    const int count = plan.sections.size();
-    const int lastColumn = count == 0 ? 0 : plan.sections.last().column;
     // Model column c is field c - 1 of the line; column 0 is never there.
-    auto cell = [&](qint64 row, int column, qint64 present) {
-        return column > 0 && column < present ? chunk.Cell(row, column - 1) : std::string_view();
-    };
-    MissingCells missing;
-    int fewestPresent = std::numeric_limits<int>::max();
-    for (qint64 row = 0; row < chunk.RowCount(); ++row) {
-        const qint64 present = chunk.CellCount(row) + 1;
-        const int slot = plan.errorCode < 0 ? -1 : CodeSlot(cell(row, plan.errorCode, present), text);
-        bool ok = false;
-        const int rt = plan.reactionTime < 0
-                           ? 0
-                           : CellNumber::TruncateToInt(text.ToDouble(cell(row, plan.reactionTime, present), &ok));
-        if (slot >= 0)
-            timeMagnitudes += quint64(qAbs(qint64(rt)));
-        if (countsOverall)
-            overall.AddToSlot(slot == 3 ? 0 : slot, rt);
-        if (inRowOrder) {
-            for (int i = 0; i < count; ++i)
-                tallies[size_t(i)].Add(cell(row, plan.sections[i].column, present), slot, rt);
-            continue;
-        }
-        int i = 0;
-        if (count > 0 && plan.sections[0].column == 0) {
-            if (row == 0)
-                tallies[0].NoName();
-            i = 1;
-        }
-        for (; i < count && plan.sections[i].column < present; ++i)
-            tallies[size_t(i)].Add(chunk.Cell(row, plan.sections[i].column - 1), slot, rt);
-        missing.all.AddRow(slot, rt);
-        if (present > lastColumn)
-            continue;
-        // The first row that lacks a column brings "<No Name>" into its
-        // order of first appearance; its counts come at the end.
-        if (present < fewestPresent) {
-            for (int j = i; j < count && plan.sections[j].column < fewestPresent; ++j)
-                tallies[size_t(j)].NoName();
-            fewestPresent = int(present);
-        }
-        if (missing.byFirstMissing.empty())
-            missing.byFirstMissing.resize(size_t(lastColumn) + 1);
-        missing.byFirstMissing[size_t(present)].AddRow(slot, rt);
-    }
+    auto cell = [&](int column) { return column > 0 ? line.Cell(column - 1) : std::string_view(); };
+    const int slot = plan.errorCode < 0 ? -1 : CodeSlot(cell(plan.errorCode), text);
+    const int rt = plan.reactionTime < 0 ? 0 : TruncatedTime(cell(plan.reactionTime), text);
+    if (slot >= 0)
+        timeMagnitudes += quint64(qAbs(qint64(rt)));
+    if (countsOverall)
+        overall.AddToSlot(slot == 3 ? 0 : slot, rt);
     if (!inRowOrder)
-        AddMissing(missing);
+        AddToMissing(line.Count() + 1, slot, rt);
+    batch.Add(line, slot, rt);
+    if (batch.Full())
+        CountBatch();
+}
+
+void ChunkStatistics::Batch::Add(const LineCells &line, int slot, int rt)
+{
+    starts.push_back(line.Start());
+    firstEnds.push_back(ends.size());
+    ends.insert(ends.end(), line.Ends(), line.Ends() + line.Count());
+    codeSlots.push_back(slot);
+    times.push_back(rt);
+}
+
+// A few MB of cell ends at most; a line of more cells makes a batch alone.
+bool ChunkStatistics::Batch::Full() const
+{
+    return starts.size() >= 4096 || ends.size() >= (size_t(1) << 19);
+}
+
+LineCells ChunkStatistics::Batch::Line(int row) const
+{
+    const size_t first = firstEnds[size_t(row)];
+    const size_t last = size_t(row) + 1 < firstEnds.size() ? firstEnds[size_t(row) + 1] : ends.size();
+    return LineCells(starts[size_t(row)], ends.data() + first, qint64(last - first));
+}
+
+void ChunkStatistics::Batch::Clear()
+{
+    starts.clear();
+    firstEnds.clear();
+    ends.clear();
+    codeSlots.clear();
+    times.clear();
+}
+
+void ChunkStatistics::EndLines()
+{
+    CountBatch();
+    if (!inRowOrder)
+        AddMissing(*missing);
+}
+
+void ChunkStatistics::AddToMissing(qint64 present, int slot, int rt)
+{
+    const int lastColumn = plan.sections.isEmpty() ? 0 : plan.sections.last().column;
+    if (lines++ == 0 && !plan.sections.isEmpty() && plan.sections.first().column == 0)
+        tallies[0].NoName();
+    missing->all.AddRow(slot, rt);
+    if (present > lastColumn)
+        return;
+    if (missing->byFirstMissing.empty())
+        missing->byFirstMissing.resize(size_t(lastColumn) + 1);
+    missing->byFirstMissing[size_t(present)].AddRow(slot, rt);
+}
+
+// Each column's rows in order, which is all a section's order of first
+// appearance and its sums follow, in blocks of columns: the sections of a
+// block are used for a whole batch of rows rather than fetched again for
+// every row, which tells where a file has thousands of columns, while the
+// rows' cells of the block lie close together. Without `inRowOrder` the
+// first row that lacks a column brings "<No Name>" into that column's
+// order; its counts come at the end.
+void ChunkStatistics::CountBatch()
+{
+    const int sections = plan.sections.size();
+    for (int first = 0; first < sections; first += kColumnBlock) {
+        const int last = qMin(first + kColumnBlock, sections);
+        for (int row = 0; row < batch.Rows(); ++row) {
+            const LineCells line = batch.Line(row);
+            const int slot = batch.Slot(row);
+            const int rt = batch.Time(row);
+            for (int i = first; i < last; ++i) {
+                // Model column c is field c - 1 of the line.
+                const qint64 field = plan.sections[i].column - 1;
+                Tally &tally = tallies[size_t(i)];
+                if (field >= 0 && field < line.Count())
+                    tally.Add(line.Cell(field), slot, rt);
+                else if (inRowOrder)
+                    tally.Add(std::string_view(), slot, rt);
+                else if (field >= 0 && !tally.Lacked())
+                    tally.MarkLacked();
+            }
+        }
+    }
+    batch.Clear();
 }
 
 void ChunkStatistics::AddMissing(const MissingCells &missing)
@@ -235,13 +405,16 @@ bool ChunkStatistics::OrderFree() const
 
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
-    *overall = this->overall;
+    *overall = this->overall.Record(QString());
     overall->Finish();
     QVector<QVector<SectionStats>> sections;
     sections.reserve(int(tallies.size()));
+    // Each tally goes as soon as its records stand, so that the two are
+    // not held whole at once.
     for (Tally &tally : tallies) {
-        FinishAll(tally.sections);
-        sections.append(std::move(tally.sections));
+        sections.append(tally.Sections());
+        FinishAll(sections.last());
+        tally = Tally(text, *knownNames, false);
     }
     return sections;
 }

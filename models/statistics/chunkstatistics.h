@@ -1,9 +1,11 @@
 #pragma once
 
 #include "celltext.h"
-#include "rowchunk.h"
+#include "linecells.h"
 #include "sectionstats.h"
 
+#include <QSet>
+#include <QString>
 #include <QVector>
 
 #include <memory>
@@ -37,14 +39,18 @@ struct StatisticsPlan
 class ChunkStatistics
 {
 public:
-    ChunkStatistics(const StatisticsPlan &plan, const CellText &text);
+    // Rows added `inRowOrder` are counted into each section as they come;
+    // otherwise cells that lines lack, which all count under "<No Name>",
+    // are added up per column at the end, which costs nothing per missing
+    // cell.
+    ChunkStatistics(const StatisticsPlan &plan, const CellText &text, bool inRowOrder);
     ~ChunkStatistics();
     ChunkStatistics(ChunkStatistics &&) noexcept;
 
-    // Adds the rows of `chunk`. Cells that lines lack all count under
-    // "<No Name>"; without `inRowOrder` they are added up per column at the
-    // end, which costs nothing per missing cell.
-    void AddRows(const RowChunk &chunk, bool inRowOrder);
+    // Adds the next row.
+    void AddLine(const LineCells &line);
+    // Ends the rows of a stretch.
+    void EndLines();
     // Adds the statistics of the rows that follow these.
     void Merge(const ChunkStatistics &later);
     // Whether rows added in any order give the same result as in row order.
@@ -56,13 +62,54 @@ public:
 private:
     class Tally;
     struct MissingCells;
+    // A record's counts and sums while rows are added, as SectionStats adds
+    // them, in plain numbers.
+    struct Totals
+    {
+        double counts[4] = {};
+        double sums[4] = {};
 
+        void AddToSlot(int slot, int rt);
+        void Add(const Totals &other);
+        SectionStats Record(const QString &name) const;
+    };
+
+    // Rows waiting to be counted into the sections: each line's cells and
+    // what the row counts as.
+    class Batch
+    {
+    public:
+        void Add(const LineCells &line, int slot, int rt);
+        bool Full() const;
+        int Rows() const { return int(starts.size()); }
+        LineCells Line(int row) const;
+        int Slot(int row) const { return codeSlots[size_t(row)]; }
+        int Time(int row) const { return times[size_t(row)]; }
+        void Clear();
+
+    private:
+        std::vector<const char *> starts;
+        std::vector<size_t> firstEnds;
+        std::vector<quint64> ends;
+        std::vector<int> codeSlots;
+        std::vector<int> times;
+    };
+
+    void AddToMissing(qint64 present, int slot, int rt);
+    void CountBatch();
     void AddMissing(const MissingCells &missing);
 
     const StatisticsPlan &plan;
     const CellText &text;
+    bool inRowOrder;
+    std::unique_ptr<MissingCells> missing;
+    qint64 lines = 0;
+    Batch batch;
     bool countsOverall = false;
-    SectionStats overall;
+    Totals overall;
+    // Every section name met, so that equal names share their text; kept
+    // where the tallies find it when these statistics move.
+    std::unique_ptr<QSet<QString>> knownNames;
     std::vector<Tally> tallies;
     quint64 timeMagnitudes = 0;
 };

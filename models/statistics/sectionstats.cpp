@@ -72,7 +72,7 @@ int SectionStats::TotalCount() const
 
 QString SectionStats::FormatValue(int position, int dataType) const
 {
-    const QVector<double> &values = dataType == 1 ? percents : dataType == 2 ? averages : counts;
+    const Slots &values = dataType == 1 ? percents : dataType == 2 ? averages : counts;
     return FormatNumber(values[position], dataType);
 }
 

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVector>
 
+#include <array>
+
 // Slot of a response code in every four-slot vector: "C" 0, "E" 1, "NR" 2,
 // "SC" 3, anything else -1.
 int CodeIndex(const QString &code);
@@ -11,11 +13,15 @@ int CodeIndex(const QString &code);
 // Response statistics of the whole file or of one named section, by code slot.
 struct SectionStats
 {
+    // Four slots each; fixed arrays rather than containers, as a wide file
+    // holds hundreds of thousands of records.
+    using Slots = std::array<double, 4>;
+
     QString name;
-    QVector<double> counts = QVector<double>(4, 0.0);
-    QVector<double> sums = QVector<double>(4, 0.0);
-    QVector<double> percents = QVector<double>(4, 0.0);
-    QVector<double> averages = QVector<double>(4, 0.0);
+    Slots counts = {};
+    Slots sums = {};
+    Slots percents = {};
+    Slots averages = {};
 
     SectionStats() = default;
     explicit SectionStats(const QString &name);

@@ -69,12 +69,12 @@ void MainModel::LoadData(QStringList &titles, QVector<DataColumn> &columns)
     titles.clear();
     allColumns.swap(columns);
     columns.clear();
-    const int rows = TotalRowCount();
+    const int rows = allColumns.isEmpty() ? 0 : allColumns.first().values.size();
     allFlags = QVector<bool>(rows, false);
     flags = allFlags;
     flaggedCount = 0;
-    visibleRows.resize(rows);
-    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    visibleRows.clear();
+    everyRowShown = true;
     FindKeyColumns();
     ForgetParsedNumbers();
 }
@@ -85,6 +85,7 @@ void MainModel::CopyRows(const MainModel &other)
     allFlags = other.allFlags;
     allColumns = other.allColumns;
     visibleRows = other.visibleRows;
+    everyRowShown = other.everyRowShown;
     hiddenRows = other.hiddenRows;
     flags = other.flags;
     flaggedCount = other.flaggedCount;
@@ -98,8 +99,11 @@ void MainModel::AppendRows(const MainModel &other)
 {
     const int n = TotalRowCount();
     const int m = other.TotalRowCount();
-    for (const int row : other.visibleRows)
-        visibleRows.append(row + n);
+    if (!everyRowShown || !other.everyRowShown) {
+        ListVisibleRows();
+        for (int row = 0; row < other.VisibleCount(); ++row)
+            visibleRows.append(other.FileRow(row) + n);
+    }
     for (const int row : other.hiddenRows)
         hiddenRows.append(row + n);
     for (DataColumn &column : allColumns)
@@ -132,12 +136,28 @@ void MainModel::AppendRows(const MainModel &other)
     ForgetParsedNumbers();
 }
 
+QModelIndex MainModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (parent.isValid() || row < 0 || column < 0 || row >= VisibleCount() || column >= headers.size())
+        return QModelIndex();
+    return createIndex(row, column);
+}
+
 // A table's cells have no children.
 int MainModel::rowCount(const QModelIndex &parent) const
 {
     if (parent.isValid() || allColumns.isEmpty())
         return 0;
-    return visibleRows.size() - pendingRemovals.size();
+    return VisibleCount();
+}
+
+void MainModel::ListVisibleRows()
+{
+    if (!everyRowShown)
+        return;
+    visibleRows.resize(TotalRowCount());
+    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    everyRowShown = false;
 }
 
 int MainModel::columnCount(const QModelIndex &parent) const
@@ -148,7 +168,8 @@ int MainModel::columnCount(const QModelIndex &parent) const
 QVariant MainModel::data(const QModelIndex &index, int role) const
 {
     // Views pass only valid cells; anything else is answered, not read.
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!index.isValid() || index.model() != this || index.row() >= MainModel::rowCount()
+        || index.column() >= headers.size())
         return QVariant();
     switch (role) {
     case Qt::DisplayRole:
@@ -172,11 +193,6 @@ QVariant MainModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::DisplayRole && orientation == Qt::Vertical)
         return isPlaceholder ? QVariant(QString()) : QVariant(section + 1);
     return BaseModel::headerData(section, orientation, role);
-}
-
-int MainModel::TotalRowCount() const
-{
-    return allColumns.isEmpty() ? 0 : allColumns.first().values.size();
 }
 
 bool MainModel::IsColumnEmpty(int column) const
@@ -212,22 +228,66 @@ QString MainModel::CellText(const QModelIndex &index) const
     return allColumns[index.column()].values.at(FileRow(index.row()));
 }
 
+bool MainModel::CellAscii(const QModelIndex &index, std::string_view *bytes) const
+{
+    return allColumns[index.column()].values.AsciiAt(FileRow(index.row()), bytes);
+}
+
 bool MainModel::CellNumber(const QModelIndex &index, double *value) const
 {
-    auto parsed = parsedNumbers.find(index.column());
-    if (parsed == parsedNumbers.end()) {
-        const CellList &cells = allColumns[index.column()].values;
-        ParsedColumn column{QVector<double>(cells.size()), QVector<bool>(cells.size())};
+    const NumberColumn &numbers = Numbers(index.column());
+    const int row = FileRow(index.row());
+    *value = numbers.values[row];
+    return numbers.ok[row];
+}
+
+const MainModel::NumberColumn &MainModel::Numbers(int column) const
+{
+    return ReadOnce(parsedNumbers, column, [](const CellList &cells, int row, bool *ok) { return cells.ToDouble(row, ok); });
+}
+
+const MainModel::ReadColumn<int> &MainModel::Integers(int column) const
+{
+    return ReadOnce(parsedIntegers, column, [](const CellList &cells, int row, bool *ok) { return cells.ToInt(row, ok); });
+}
+
+const MainModel::ReadColumn<qint8> &MainModel::CodeSlots(int column) const
+{
+    return ReadOnce(parsedCodes, column, [](const CellList &cells, int row, bool *ok) {
+        *ok = true;
+        return qint8(CodeIndex(cells.at(row)));
+    });
+}
+
+template <typename T, typename Read>
+const MainModel::ReadColumn<T> &MainModel::ReadOnce(QHash<int, ReadColumn<T>> &kept, int column, Read read) const
+{
+    auto found = kept.find(column);
+    if (found == kept.end()) {
+        const CellList &cells = allColumns[column].values;
+        ReadColumn<T> cellsRead{QVector<T>(cells.size()), QVector<bool>(cells.size())};
         for (int row = 0; row < cells.size(); ++row) {
             bool ok = false;
-            column.values[row] = cells.ToDouble(row, &ok);
-            column.ok[row] = ok;
+            cellsRead.values[row] = read(cells, row, &ok);
+            cellsRead.ok[row] = ok;
         }
-        parsed = parsedNumbers.insert(index.column(), column);
+        found = kept.insert(column, cellsRead);
     }
-    const int row = FileRow(index.row());
-    *value = parsed->values[row];
-    return parsed->ok[row];
+    return *found;
+}
+
+void MainModel::ForgetParsedNumbers()
+{
+    parsedNumbers.clear();
+    parsedIntegers.clear();
+    parsedCodes.clear();
+}
+
+bool MainModel::ReadNumber(const QModelIndex &index, double *value) const
+{
+    bool ok = false;
+    *value = allColumns[index.column()].values.ToDouble(FileRow(index.row()), &ok);
+    return ok;
 }
 
 // Drawn only once a flag is shown, so that a model made without a GUI

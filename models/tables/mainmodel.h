@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <string_view>
+
 class QTextStream;
 
 // The table of the raw rows of one data file: every row of the file, the
@@ -32,6 +34,9 @@ public:
     // Adds `other`'s rows below these, joining the columns by exact title.
     void AppendRows(const MainModel &other);
 
+    // A sort asks for two cells at each comparison, so this asks no
+    // further virtual function.
+    QModelIndex index(int row, int column, const QModelIndex &parent = QModelIndex()) const override;
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
@@ -39,7 +44,8 @@ public:
 
     int ErrorCodeColumn() const { return errorCodeColumn; }
     int ReactionTimeColumn() const { return reactionTimeColumn; }
-    int TotalRowCount() const;
+    // allFlags has an entry for each row of allColumns.
+    int TotalRowCount() const { return allFlags.size(); }
     int HiddenRowCount() const { return hiddenRows.size(); }
     int FlaggedRowCount() const { return flaggedCount; }
     const QVector<bool> &Flags() const { return flags; }
@@ -55,7 +61,26 @@ public:
     // What sorting compares: the cell's text, and the cell read as
     // QString::toDouble reads it (false when that fails).
     QString CellText(const QModelIndex &index) const;
+    // The cell's text as its bytes in the file, where they are ASCII read
+    // as UTF-8, each byte one character; false otherwise.
+    bool CellAscii(const QModelIndex &index, std::string_view *bytes) const;
     bool CellNumber(const QModelIndex &index, double *value) const;
+    // A column's cells read one way, by file row, and whether each read
+    // succeeded. Cells never change once loaded, so each column is read
+    // once, when first asked for, rather than at each comparison of a sort
+    // or each run of a rule, which the rule dialog repeats at every change.
+    template <typename T>
+    struct ReadColumn
+    {
+        QVector<T> values;
+        QVector<bool> ok;
+    };
+    using NumberColumn = ReadColumn<double>;
+    // Read as QString::toDouble reads them.
+    const NumberColumn &Numbers(int column) const;
+    // The same read for a few cells, which the parse of a whole column
+    // that CellNumber keeps would not pay for.
+    bool ReadNumber(const QModelIndex &index, double *value) const;
     // Row of the whole file that visible row `row` shows; it names a row for
     // as long as the file is open, hidden or not.
     int FileRowAt(int row) const { return FileRow(row); }
@@ -77,6 +102,12 @@ public:
     double CalculateStandardDeviation();
     // Hides the given visible rows, one notification per row from the last.
     void HideRows(QVector<int> rows);
+    // Hides the same rows as HideRows, told to views as one change of
+    // layout: a sorting proxy follows that at the cost of one change, where
+    // each removal on its own would cost it the whole table.
+    void HideRowsAsLayoutChange(QVector<int> rows);
+    // The rows that the two hide: visible rows, ascending, each once.
+    QVector<int> RowsToHide(QVector<int> rows) const;
     void RestoreRows();
 
 signals:
@@ -99,10 +130,17 @@ public slots:
 
 private:
     // Row of allColumns shown at visible row `row`.
-    int FileRow(int row) const { return visibleRows[VectorIndex(row)]; }
+    int FileRow(int row) const { return everyRowShown ? row : visibleRows[VectorIndex(row)]; }
+    int VisibleCount() const
+    {
+        return everyRowShown ? TotalRowCount() : visibleRows.size() - pendingRemovals.size();
+    }
+    // Lists the visible rows, which are not kept while every row shows.
+    void ListVisibleRows();
     // Position in visibleRows and flags of visible row `row`; differs from
     // `row` only while HideRows is taking rows out.
-    int VectorIndex(int row) const;
+    int VectorIndex(int row) const { return pendingRemovals.isEmpty() ? row : IndexWhileHiding(row); }
+    int IndexWhileHiding(int row) const;
     bool IsFlagged(int row) const { return flags[VectorIndex(row)]; }
     double CellValue(int column, int row) const;
     template <typename Matches>
@@ -116,14 +154,12 @@ private:
     void WritePlainRows(QTextStream &stream, const QVector<int> &rows) const;
     void WriteTransposedRows(QTextStream &stream, const QVector<int> &rows) const;
 
-    void ForgetParsedNumbers() { parsedNumbers.clear(); }
-
-    // A column's cells read as numbers, by file row.
-    struct ParsedColumn
-    {
-        QVector<double> values;
-        QVector<bool> ok;
-    };
+    // Read as QString::toInt (base 10) reads them, and as CodeIndex.
+    const ReadColumn<int> &Integers(int column) const;
+    const ReadColumn<qint8> &CodeSlots(int column) const;
+    template <typename T, typename Read>
+    const ReadColumn<T> &ReadOnce(QHash<int, ReadColumn<T>> &kept, int column, Read read) const;
+    void ForgetParsedNumbers();
 
     QStringList headers;
     QVector<DataColumn> allColumns;
@@ -136,6 +172,9 @@ private:
     double standardDeviation = 0;
     QVector<int> hiddenRows;
     QVector<int> visibleRows;
+    // True while no row is hidden; visibleRows is then empty, since it would
+    // only count up from 0.
+    bool everyRowShown = true;
     mutable QIcon flagIcon;
     bool applyFlags = false;
     bool isPlaceholder;
@@ -149,7 +188,7 @@ private:
     // Positions of visibleRows that HideRows has announced as removed but
     // not yet taken out, largest first.
     QVector<int> pendingRemovals;
-    // Cells never change once loaded, so a sort parses each column once
-    // rather than twice per comparison.
-    mutable QHash<int, ParsedColumn> parsedNumbers;
+    mutable QHash<int, NumberColumn> parsedNumbers;
+    mutable QHash<int, ReadColumn<int>> parsedIntegers;
+    mutable QHash<int, ReadColumn<qint8>> parsedCodes;
 };

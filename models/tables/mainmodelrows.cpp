@@ -13,7 +13,7 @@ void MainModel::SetRowFlag(int row, bool value)
     const int index = VectorIndex(row);
     flaggedCount += int(value) - int(flags[index]);
     flags[index] = value;
-    allFlags[visibleRows[index]] = value;
+    allFlags[FileRow(row)] = value;
     emit RowChanged(0);
 }
 
@@ -77,10 +77,11 @@ void MainModel::SetFlagsSD(bool leftestDiv, bool leftDiv, bool rightDiv, bool ri
 void MainModel::SetFlagsEC(bool correct, bool incorrect, bool selfCorrect, bool noResponse)
 {
     const int column = errorCodeColumn;
+    const QVector<qint8> *codes = column < 0 ? nullptr : &CodeSlots(column).values;
     RunRule([=](int row) {
-        if (column < 0)
+        if (!codes)
             return false;
-        const int k = CodeIndex(allColumns[column].values.at(FileRow(row)));
+        const int k = (*codes)[FileRow(row)];
         return (correct && k == 0) || (incorrect && k == 1) || (selfCorrect && k == 3)
                || (noResponse && k == 2);
     });
@@ -90,24 +91,22 @@ void MainModel::SetFlagsEC(bool correct, bool incorrect, bool selfCorrect, bool 
 // although the statistics see 512 and the deviation rule 512.9.
 void MainModel::SetFlagsTL(bool lessOrEqual, int time1, bool greaterOrEqual, int time2)
 {
-    const int column = reactionTimeColumn;
+    const QVector<int> *times = reactionTimeColumn < 0 ? nullptr : &Integers(reactionTimeColumn).values;
     RunRule([=](int row) {
-        if (column < 0)
+        if (!times)
             return false;
-        bool ok = false;
-        const int rt = allColumns[column].values.ToInt(FileRow(row), &ok);
+        const int rt = (*times)[FileRow(row)];
         return (lessOrEqual && rt <= time1) || (greaterOrEqual && rt >= time2);
     });
 }
 
 void MainModel::SetFlagsTR(int time1, int time2)
 {
-    const int column = reactionTimeColumn;
+    const QVector<int> *times = reactionTimeColumn < 0 ? nullptr : &Integers(reactionTimeColumn).values;
     RunRule([=](int row) {
-        if (column < 0 || time1 >= time2)
+        if (!times || time1 >= time2)
             return false;
-        bool ok = false;
-        const int rt = allColumns[column].values.ToInt(FileRow(row), &ok);
+        const int rt = (*times)[FileRow(row)];
         return rt >= time1 && rt <= time2;
     });
 }
@@ -165,13 +164,9 @@ double MainModel::CellValue(int column, int row) const
 // until one pass at the end takes them all out.
 void MainModel::HideRows(QVector<int> rows)
 {
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    const int visible = rowCount();
-    while (!rows.isEmpty() && rows.first() < 0)
-        rows.removeFirst();
-    while (!rows.isEmpty() && rows.last() >= visible)
-        rows.removeLast();
+    rows = RowsToHide(std::move(rows));
+    if (!rows.isEmpty())
+        ListVisibleRows();
     pendingRemovals.reserve(rows.size());
     for (int i = rows.size() - 1; i >= 0; --i) {
         const int r = rows[i];
@@ -186,10 +181,47 @@ void MainModel::HideRows(QVector<int> rows)
     emit RowChanged(1);
 }
 
-int MainModel::VectorIndex(int row) const
+// The rows that stay keep their order, and every persistent place moves
+// with its row or, when its row goes, lets go.
+void MainModel::HideRowsAsLayoutChange(QVector<int> rows)
 {
-    if (pendingRemovals.isEmpty())
-        return row;
+    rows = RowsToHide(std::move(rows));
+    emit layoutAboutToBeChanged();
+    if (!rows.isEmpty())
+        ListVisibleRows();
+    const QModelIndexList places = persistentIndexList();
+    pendingRemovals.reserve(rows.size());
+    for (int i = rows.size() - 1; i >= 0; --i) {
+        pendingRemovals.append(rows[i]);
+        flaggedCount -= int(flags[rows[i]]);
+        hiddenRows.append(visibleRows[rows[i]]);
+    }
+    CompactRemovedRows();
+    QModelIndexList moved;
+    moved.reserve(places.size());
+    for (const QModelIndex &place : places) {
+        const auto after = std::lower_bound(rows.cbegin(), rows.cend(), place.row());
+        const bool gone = after != rows.cend() && *after == place.row();
+        moved.append(gone ? QModelIndex() : index(place.row() - int(after - rows.cbegin()), place.column()));
+    }
+    changePersistentIndexList(places, moved);
+    emit layoutChanged();
+    emit RowChanged(1);
+}
+
+// Visible row numbers in ascending order, each once, out-of-range ones left out.
+QVector<int> MainModel::RowsToHide(QVector<int> rows) const
+{
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    const int visible = rowCount();
+    rows.erase(std::remove_if(rows.begin(), rows.end(), [&](int row) { return row < 0 || row >= visible; }),
+               rows.end());
+    return rows;
+}
+
+int MainModel::IndexWhileHiding(int row) const
+{
     // With the removed positions p ascending, the position of visible row
     // `row` is row + t for the smallest t with p[t] - t > row.
     const int count = pendingRemovals.size();
@@ -235,8 +267,8 @@ void MainModel::RestoreRows()
     hiddenRows.clear();
     beginInsertRows(QModelIndex(), rowCount(), TotalRowCount() - 1);
     flags = allFlags;
-    visibleRows.resize(TotalRowCount());
-    std::iota(visibleRows.begin(), visibleRows.end(), 0);
+    visibleRows = QVector<int>();
+    everyRowShown = true;
     flaggedCount = int(std::count(flags.begin(), flags.end(), true));
     endInsertRows();
     EmitWholeTableChanged();

@@ -2,6 +2,8 @@
 
 #include "mainmodel.h"
 
+#include <algorithm>
+
 QVariant MainProxy::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (role == Qt::DisplayRole && orientation == Qt::Vertical)
@@ -9,86 +11,107 @@ QVariant MainProxy::headerData(int section, Qt::Orientation orientation, int rol
     return ProxyModel::headerData(section, orientation, role);
 }
 
+// The order is worked out here over the table's own arrays and handed to
+// the base class as ranks, so that its sort, which asks for two cells at
+// each comparison, compares two numbers. It is the very order the base
+// class would reach: the same stable sort, from the rows in their order on
+// screen, with the same answer to each comparison, which matters where a
+// column mixes numbers and text and no order is consistent.
+void MainProxy::sort(int column, Qt::SortOrder order)
+{
+    const MainModel *table = RawTable();
+    if (table && column >= 0 && column < table->columnCount()) {
+        QVector<SortKey> keys = Keys(*table, column);
+        // An empty text comes before any other, and the text of a number
+        // is never empty; a locale may see no difference between the empty
+        // text and another, so there the texts are compared.
+        const bool emptyFirst = !isSortLocaleAware();
+        const auto less = [&](const SortKey &left, const SortKey &right) {
+            if (left.isNumber && right.isNumber)
+                return left.number < right.number;
+            if (emptyFirst && (left.isEmpty || right.isEmpty))
+                return left.isEmpty && !right.isEmpty;
+            return RawTextLessThan(*table, column, left.row, right.row);
+        };
+        std::stable_sort(keys.begin(), keys.end(), [&](const SortKey &left, const SortKey &right) {
+            return order == Qt::AscendingOrder ? less(left, right) : less(right, left);
+        });
+        QVector<int> rows(keys.size());
+        std::transform(keys.cbegin(), keys.cend(), rows.begin(), [](const SortKey &key) { return key.row; });
+        Rank(rows);
+    }
+    ProxyModel::sort(column, order);
+    rankOfRow.clear();
+}
+
 // The rows left after hiding keep the order they had on screen, as they
 // would if the proxy followed each removal: without a sort that is source
 // order anyway, and with one the old order is put back by rank, because
 // sorting afresh could differ where cells compare as text beside numbers.
-// The base class's own layout handling keeps selections and the current
-// index on the rows they were on.
-void MainProxy::BeginRowRemovals()
+// The model tells of the hiding as a change of layout, through which the
+// base class keeps selections and the current index on the rows they were
+// on; its sort runs while the ranks stand, and at the latest when the row
+// count is asked for below.
+void MainProxy::HideRows(const QVector<int> &rows)
 {
-    const MainModel *table = RawTable();
-    if (removalsDeferred || !table)
+    MainModel *table = qobject_cast<MainModel *>(sourceModel());
+    if (!table)
         return;
-    removalsDeferred = true;
-    orderBefore.clear();
+    const QVector<int> hidden = table->RowsToHide(rows);
     if (sortColumn() >= 0) {
-        const int rows = rowCount();
-        orderBefore.reserve(rows);
-        for (int row = 0; row < rows; ++row)
-            orderBefore.append(table->FileRowAt(mapToSource(index(row, 0)).row()));
+        // Each row that stays, by the number it will have.
+        QVector<int> staying;
+        for (const int row : RowsOnScreen()) {
+            const auto after = std::lower_bound(hidden.cbegin(), hidden.cend(), row);
+            if (after == hidden.cend() || *after != row)
+                staying.append(row - int(after - hidden.cbegin()));
+        }
+        Rank(staying);
     }
-    ConnectRowRemovals(false);
-    InvokeLayoutSlot("_q_sourceLayoutAboutToBeChanged");
-}
-
-void MainProxy::EndRowRemovals()
-{
-    if (!removalsDeferred)
-        return;
-    removalsDeferred = false;
-    ConnectRowRemovals(true);
-    forcedRanks = RanksOfRemainingRows();
-    InvokeLayoutSlot("_q_sourceLayoutChanged");
+    table->HideRowsAsLayoutChange(hidden);
     rowCount();
-    forcedRanks.clear();
-    orderBefore.clear();
+    rankOfRow.clear();
 }
 
 bool MainProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    if (forcedRanks.isEmpty())
+    if (rankOfRow.isEmpty())
         return ProxyModel::lessThan(left, right);
     // A descending sort asks with the arguments swapped.
-    const int leftRank = forcedRanks.value(left.row());
-    const int rightRank = forcedRanks.value(right.row());
+    const int leftRank = rankOfRow[left.row()];
+    const int rightRank = rankOfRow[right.row()];
     return sortOrder() == Qt::AscendingOrder ? leftRank < rightRank : leftRank > rightRank;
 }
 
-QVector<int> MainProxy::RanksOfRemainingRows() const
+// Side by side, so that the sort reads them in order rather than from
+// all over the table.
+QVector<MainProxy::SortKey> MainProxy::Keys(const MainModel &table, int column) const
 {
-    const MainModel *table = RawTable();
-    if (orderBefore.isEmpty() || !table)
-        return QVector<int>();
-    QVector<int> rankOfFileRow(table->TotalRowCount(), -1);
-    for (int rank = 0; rank < orderBefore.size(); ++rank)
-        rankOfFileRow[orderBefore[rank]] = rank;
-    const int rows = table->rowCount();
-    QVector<int> ranks(rows);
-    for (int row = 0; row < rows; ++row)
-        ranks[row] = rankOfFileRow[table->FileRowAt(row)];
-    return ranks;
-}
-
-void MainProxy::InvokeLayoutSlot(const char *slot)
-{
-    QMetaObject::invokeMethod(this, slot, Qt::DirectConnection,
-                              Q_ARG(QList<QPersistentModelIndex>, {}),
-                              Q_ARG(QAbstractItemModel::LayoutChangeHint, QAbstractItemModel::NoLayoutChangeHint));
-}
-
-// The base class connects these two itself, by name.
-void MainProxy::ConnectRowRemovals(bool connected)
-{
-    const char *aboutToBeRemoved = SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int));
-    const char *removed = SIGNAL(rowsRemoved(QModelIndex, int, int));
-    const char *aboutToBeRemovedSlot = SLOT(_q_sourceRowsAboutToBeRemoved(QModelIndex, int, int));
-    const char *removedSlot = SLOT(_q_sourceRowsRemoved(QModelIndex, int, int));
-    if (connected) {
-        connect(sourceModel(), aboutToBeRemoved, this, aboutToBeRemovedSlot);
-        connect(sourceModel(), removed, this, removedSlot);
-    } else {
-        disconnect(sourceModel(), aboutToBeRemoved, this, aboutToBeRemovedSlot);
-        disconnect(sourceModel(), removed, this, removedSlot);
+    const MainModel::NumberColumn &numbers = table.Numbers(column);
+    const QVector<int> rows = RowsOnScreen();
+    QVector<SortKey> keys(rows.size());
+    for (int i = 0; i < rows.size(); ++i) {
+        const int fileRow = table.FileRowAt(rows[i]);
+        std::string_view bytes;
+        const bool isNumber = numbers.ok[fileRow];
+        const bool isEmpty = !isNumber && table.CellAscii(table.index(rows[i], column), &bytes) && bytes.empty();
+        keys[i] = SortKey{numbers.values[fileRow], rows[i], isNumber, isEmpty};
     }
+    return keys;
+}
+
+QVector<int> MainProxy::RowsOnScreen() const
+{
+    const int count = rowCount();
+    QVector<int> rows(count);
+    for (int row = 0; row < count; ++row)
+        rows[row] = mapToSource(index(row, 0)).row();
+    return rows;
+}
+
+void MainProxy::Rank(const QVector<int> &rows)
+{
+    rankOfRow.resize(rows.size());
+    for (int rank = 0; rank < rows.size(); ++rank)
+        rankOfRow[rows[rank]] = rank;
 }

@@ -2,6 +2,10 @@
 
 #include "proxymodel.h"
 
+#include <QVector>
+
+class MainModel;
+
 // The sorting proxy of the raw table; it numbers rows by their place on
 // screen, so the numbers run from 1 without gaps whatever is sorted or hidden.
 class MainProxy : public ProxyModel
@@ -10,24 +14,34 @@ public:
     MainProxy() = default;
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
-    // Brackets a hiding of many rows. The model reports each row on its own,
-    // and following each report would cost the proxy and its view the whole
-    // table every time; the proxy takes them all as one change instead.
-    void BeginRowRemovals();
-    void EndRowRemovals();
+    // Hides visible rows of the raw table as one change rather than one per
+    // row: following each row on its own would cost the proxy and its view
+    // the whole table every time.
+    void HideRows(const QVector<int> &rows);
 
 protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
-    void ConnectRowRemovals(bool connected);
-    void InvokeLayoutSlot(const char *slot);
-    QVector<int> RanksOfRemainingRows() const;
+    // What a sort compares a row by: the cell as a number, when it reads
+    // as one, whether its text is empty, and otherwise its text, read
+    // through the row.
+    struct SortKey
+    {
+        double number;
+        int row;
+        bool isNumber;
+        bool isEmpty;
+    };
 
-    bool removalsDeferred = false;
-    // File rows in the order on screen when the hiding began.
-    QVector<int> orderBefore;
-    // While the rows are put in order again: each source row's place.
-    QVector<int> forcedRanks;
+    QVector<SortKey> Keys(const MainModel &table, int column) const;
+    // The rows shown, as rows of the raw table.
+    QVector<int> RowsOnScreen() const;
+    // Ranks the source rows by their places in `rows`.
+    void Rank(const QVector<int> &rows);
+
+    // While a sort runs: the place of each source row in the order it ends in.
+    QVector<int> rankOfRow;
 };

@@ -6,37 +6,45 @@
 // compares as text, so a mixed column has no single consistent order.
 bool ProxyModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    double leftNumber = 0;
-    double rightNumber = 0;
-    const bool leftOk = ReadNumber(left, &leftNumber);
-    const bool rightOk = ReadNumber(right, &rightNumber);
-    if (leftOk && rightOk)
-        return leftNumber < rightNumber;
-    return TextLessThan(left, right);
+    if (const MainModel *table = RawTable()) {
+        double leftNumber = 0;
+        double rightNumber = 0;
+        if (table->CellNumber(left, &leftNumber) && table->CellNumber(right, &rightNumber))
+            return leftNumber < rightNumber;
+        return RawTextLessThan(*table, left.column(), left.row(), right.row());
+    }
+    const QVariant leftCell = sourceModel()->data(left, Qt::DisplayRole);
+    const QVariant rightCell = sourceModel()->data(right, Qt::DisplayRole);
+    if (leftCell.type() == QVariant::String && rightCell.type() == QVariant::String) {
+        bool leftOk = false;
+        bool rightOk = false;
+        const double leftNumber = leftCell.toDouble(&leftOk);
+        const double rightNumber = rightCell.toDouble(&rightOk);
+        if (leftOk && rightOk)
+            return leftNumber < rightNumber;
+    }
+    return QSortFilterProxyModel::lessThan(left, right);
 }
 
-bool ProxyModel::ReadNumber(const QModelIndex &index, double *value) const
+// Text of ASCII bytes orders as the bytes do, case-sensitively and without
+// regard to locale, so such cells are compared without being decoded.
+bool ProxyModel::RawTextLessThan(const MainModel &table, int column, int left, int right) const
 {
-    if (const MainModel *table = RawTable())
-        return table->CellNumber(index, value);
-    const QVariant cell = sourceModel()->data(index, Qt::DisplayRole);
-    if (cell.type() != QVariant::String)
-        return false;
-    bool ok = false;
-    *value = cell.toDouble(&ok);
-    return ok;
+    const QModelIndex leftCell = table.index(left, column);
+    const QModelIndex rightCell = table.index(right, column);
+    std::string_view leftBytes;
+    std::string_view rightBytes;
+    if (!isSortLocaleAware() && sortCaseSensitivity() == Qt::CaseSensitive && table.CellAscii(leftCell, &leftBytes)
+        && table.CellAscii(rightCell, &rightBytes))
+        return leftBytes < rightBytes;
+    return TextLessThan(table.CellText(leftCell), table.CellText(rightCell));
 }
 
-bool ProxyModel::TextLessThan(const QModelIndex &left, const QModelIndex &right) const
+bool ProxyModel::TextLessThan(const QString &left, const QString &right) const
 {
-    const MainModel *table = RawTable();
-    if (!table)
-        return QSortFilterProxyModel::lessThan(left, right);
-    const QString leftText = table->CellText(left);
-    const QString rightText = table->CellText(right);
     if (isSortLocaleAware())
-        return leftText.localeAwareCompare(rightText) < 0;
-    return leftText.compare(rightText, sortCaseSensitivity()) < 0;
+        return left.localeAwareCompare(right) < 0;
+    return left.compare(right, sortCaseSensitivity()) < 0;
 }
 
 const MainModel *ProxyModel::RawTable() const

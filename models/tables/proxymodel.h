@@ -15,10 +15,12 @@ protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
     // The source when it is a raw table, which answers reads directly.
     const MainModel *RawTable() const;
+    // How lessThan compares rows `left` and `right` of the raw table in
+    // `column` where the two cells are not both numbers.
+    bool RawTextLessThan(const MainModel &table, int column, int left, int right) const;
 
 private:
-    bool ReadNumber(const QModelIndex &index, double *value) const;
-    bool TextLessThan(const QModelIndex &left, const QModelIndex &right) const;
+    bool TextLessThan(const QString &left, const QString &right) const;
 
     mutable const QAbstractItemModel *checkedSource = nullptr;
     mutable const MainModel *rawTable = nullptr;

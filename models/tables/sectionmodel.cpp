@@ -155,6 +155,11 @@ void SectionModel::ChangeSubIndex(int subIndex)
 
 const QVector<SectionStats> *SectionModel::Shown() const
 {
+    return Records(sectionType, subIndex);
+}
+
+const QVector<SectionStats> *SectionModel::Records(int sectionType, int subIndex) const
+{
     switch (sectionType) {
     case 0:
         return &blocks;

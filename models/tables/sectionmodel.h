@@ -40,6 +40,9 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
+    // The records that `sectionType` and `subIndex` choose, as the
+    // selectors of the same values would; null when they choose none.
+    const QVector<SectionStats> *Records(int sectionType, int subIndex) const;
     QStringList TrialVariableNames() const;
     QStringList CodeNames() const;
 

@@ -82,7 +82,7 @@ QStringList Titles(const QAbstractItemModel &model)
     return titles;
 }
 
-QString Numbers(const QVector<double> &values)
+QString Numbers(const SectionStats::Slots &values)
 {
     QStringList texts;
     for (const double value : values)

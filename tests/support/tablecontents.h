@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sectionstats.h"
+
 #include <QStringList>
 #include <QVector>
 
@@ -28,7 +30,7 @@ QVector<int> RowsFlagged(const MainModel &model, bool flagged);
 // The horizontal header titles, from the first column.
 QStringList Titles(const QAbstractItemModel &model);
 // Statistic values as "1 0 2.5 0".
-QString Numbers(const QVector<double> &values);
+QString Numbers(const SectionStats::Slots &values);
 // One section table as "name: values, name: values", after choosing it.
 QString Sections(SectionModel &sections, int sectionType, int subIndex = 0, int dataType = 0);
 // The whole file's counts and sums, then every table the section model can

@@ -1,0 +1,204 @@
+// The fast reader held against plain readings: the same file read in one
+// stretch and in several gives the same cells and statistics; the
+// statistics equal one plain walk over the cells with the record
+// operations the reader does not call; the number parses read from bytes
+// give what Qt's own parses give for the decoded text.
+
+#include "cellnumber.h"
+#include "datafileparser.h"
+#include "parallelparts.h"
+#include "samplefilewriter.h"
+#include "tablecontents.h"
+#include "testenvironment.h"
+#include "testfiles.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+namespace {
+
+QString Record(const SectionStats &record)
+{
+    QStringList numbers;
+    for (const SectionStats::Slots *values : {&record.counts, &record.sums, &record.percents, &record.averages}) {
+        for (const double value : *values)
+            numbers << QString::number(value, 'g', 17);
+    }
+    return record.name + ": " + numbers.join(' ');
+}
+
+QString Records(const QVector<SectionStats> &records)
+{
+    QStringList texts;
+    for (const SectionStats &record : records)
+        texts << Record(record);
+    return texts.join(", ");
+}
+
+QString Stores(const SectionStats &overall, const QVector<SectionStats> &blocks, const QVector<SectionStats> &trials,
+               const QMap<QString, QVector<SectionStats>> &trialVariables,
+               const QMap<QString, QVector<SectionStats>> &codeColumns)
+{
+    QStringList texts{Record(overall), "blocks " + Records(blocks), "trials " + Records(trials)};
+    for (const auto *map : {&trialVariables, &codeColumns}) {
+        for (auto entry = map->cbegin(); entry != map->cend(); ++entry)
+            texts << entry.key() + " " + Records(entry.value());
+    }
+    return texts.join("; ");
+}
+
+// Every statistic of a record exactly, with its names.
+QString Statistics(DataFile &file)
+{
+    SectionModel &sections = file.GetSectionModel();
+    QMap<QString, QVector<SectionStats>> maps[2];
+    for (const int type : {2, 3}) {
+        const QStringList names = type == 2 ? sections.TrialVariableNames() : sections.CodeNames();
+        for (int i = 0; i < names.size(); ++i)
+            maps[type - 2].insert(QString::number(i) + names[i], *sections.Records(type, i));
+    }
+    return Stores(file.Overall(), *sections.Records(0, 0), *sections.Records(1, 0), maps[0], maps[1]);
+}
+
+// The statistics of the table in one walk, column by column and row by
+// row, through the plain record operations.
+QString PlainStatistics(const MainModel &model)
+{
+    const QStringList titles = TableContents::Titles(model);
+    const int errorCode = titles.indexOf("Error\nCode");
+    const int reactionTime = titles.indexOf("Reaction\nTime");
+    auto cell = [&](int row, int column) { return column < 0 ? QString() : model.index(row, column).data().toString(); };
+    SectionStats overall;
+    QVector<SectionStats> blocks;
+    QVector<SectionStats> trials;
+    QMap<QString, QVector<SectionStats>> byTitle[2];
+    for (int column = reactionTime + 1; column < titles.size(); ++column)
+        byTitle[titles[column].contains("(Trial Variable)") ? 0 : 1].insert(titles[column], {});
+    for (int column = 0; column < titles.size(); ++column) {
+        const int kind = ColumnSectionKind(titles[column], column > reactionTime);
+        for (int row = 0; kind >= 0 && row < model.rowCount(); ++row) {
+            const QString name = cell(row, column).isEmpty() ? "<No Name>" : cell(row, column);
+            QString code = cell(row, errorCode);
+            const int rt = CellNumber::TruncateToInt(cell(row, reactionTime).toDouble());
+            if (kind == 0) {
+                overall.AccumulateOverall(code, rt);
+                AccumulateSection(blocks, name, code, rt);
+            } else {
+                AccumulateSection(kind == 1 ? trials : byTitle[kind - 2][titles[column]], name, code, rt);
+            }
+        }
+    }
+    overall.Finish();
+    for (QVector<SectionStats> *records : {&blocks, &trials})
+        FinishAll(*records);
+    QMap<QString, QVector<SectionStats>> maps[2];
+    for (int type = 0; type < 2; ++type) {
+        int i = 0;
+        for (auto entry = byTitle[type].begin(); entry != byTitle[type].end(); ++entry, ++i) {
+            FinishAll(*entry);
+            QString name = entry.key();
+            maps[type].insert(QString::number(i) + (type == 0 ? name.remove("\n(Trial Variable)") : name), *entry);
+        }
+    }
+    return Stores(overall, blocks, trials, maps[0], maps[1]);
+}
+
+QString Table(const MainModel &model)
+{
+    QStringList empty;
+    for (int column = 0; column < model.columnCount(); ++column)
+        empty << QString::number(model.IsColumnEmpty(column));
+    return (TableContents::Titles(model) + TableContents::Cells(model) + empty).join('\n');
+}
+
+} // namespace
+
+class TestReaderOracles : public QObject
+{
+    Q_OBJECT
+
+    TestFiles files;
+
+    QStringList Paths()
+    {
+        QStringList paths;
+        QRandomGenerator random(5);
+        const QList<QByteArray> pieces = {"B1", "B2", "T1", "T2", "C", "E", "NR", "SC", "X", "\t", "\t", "\t", "\n",
+                                          "\r", "300", "512.9", "-7.5", "1e3", "", "x", "\xc3\xa9", "\xff"};
+        for (int file = 0; file < 40; ++file) {
+            QByteArray bytes = DataFileBuilder().Columns("Block/Name,Trial/Name,Error/Code,Reaction/Time,"
+                                                         "Hand/(Trial Variable),Side,Left/(Trial Variable)")
+                                   .Bytes();
+            for (int i = random.bounded(3000); i > 0; --i)
+                bytes += pieces[random.bounded(pieces.size())];
+            paths << files.Write(bytes);
+        }
+        for (const int columns : {16, 200}) {
+            SampleFileOptions options;
+            options.rows = 3000;
+            options.columns = columns;
+            options.seed = quint64(columns);
+            paths << files.Path(QString("sample%1.txt").arg(columns));
+            SampleFileWriter(options).Write(paths.last());
+        }
+        return paths;
+    }
+
+private slots:
+    void cleanup() { ParallelParts::SetCount(0); }
+
+    // Stretches end at line starts wherever the bytes fall, so each count
+    // cuts the files differently.
+    void readsTheSameInAnyNumberOfStretches()
+    {
+        for (const QString &path : Paths()) {
+            ParallelParts::SetCount(1);
+            DataFile single(path);
+            const QString table = Table(single.GetMainModel());
+            const QString statistics = Statistics(single);
+            for (const int stretches : {2, 3, 8}) {
+                ParallelParts::SetCount(stretches);
+                DataFile several(path);
+                QVERIFY2(Table(several.GetMainModel()) == table, qPrintable(QString("%1 stretches").arg(stretches)));
+                QCOMPARE(Statistics(several), statistics);
+            }
+        }
+    }
+
+    void statisticsEqualOnePlainWalk()
+    {
+        for (const QString &path : Paths()) {
+            DataFile file(path);
+            QCOMPARE(Statistics(file), PlainStatistics(file.GetMainModel()));
+        }
+    }
+
+    void numberPartsReadAsQtReadsThem()
+    {
+        QRandomGenerator random(9);
+        const QStringList pieces = {"0", "1", "9", "5", "-", ".", "+", "e", " ", "2147483647", "2147483648", "999999999999999",
+                                    "00000000000", "x"};
+        for (int round = 0; round < 20000; ++round) {
+            QString text;
+            for (int i = random.bounded(1, 6); i > 0; --i)
+                text += pieces[random.bounded(pieces.size())];
+            const QByteArray bytes = text.toLatin1();
+            const std::string_view view(bytes.constData(), size_t(bytes.size()));
+            bool ok = false;
+            const double number = text.toDouble(&ok);
+            double fast = 0;
+            if (CellNumber::ParsePlainDecimal(view, &fast))
+                QVERIFY2(ok && fast == number, qPrintable(text));
+            int truncated = 0;
+            if (CellNumber::ParsePlainTruncated(view, &truncated))
+                QVERIFY2(truncated == CellNumber::TruncateToInt(ok ? number : 0.0), qPrintable(text));
+            const int whole = text.toInt(&ok, 10);
+            int fastWhole = 0;
+            if (CellNumber::ParsePlainInteger(view, &fastWhole))
+                QVERIFY2(ok && fastWhole == whole, qPrintable(text));
+        }
+    }
+};
+
+ZEPHLANE_TEST_MAIN(TestReaderOracles)
+#include "tst_readeroracles.moc"
