@@ -140,6 +140,8 @@ private:
     // Position in visibleRows and flags of visible row `row`; differs from
     // `row` only while HideRows is taking rows out.
     int VectorIndex(int row) const { return pendingRemovals.isEmpty() ? row : IndexWhileHiding(row); }
+    // Visible row that shows file row `fileRow`, or -1 while it is hidden.
+    int VisibleIndexOf(int fileRow) const;
     int IndexWhileHiding(int row) const;
     bool IsFlagged(int row) const { return flags[VectorIndex(row)]; }
     double CellValue(int column, int row) const;

@@ -19,15 +19,20 @@ void MainModel::SetRowFlag(int row, bool value)
 
 // visibleRows ascends: rows are only ever taken out of it, and it is filled
 // anew in order.
+int MainModel::VisibleIndexOf(int fileRow) const
+{
+    if (everyRowShown)
+        return fileRow;
+    const auto found = std::lower_bound(visibleRows.cbegin(), visibleRows.cend(), fileRow);
+    return found == visibleRows.cend() || *found != fileRow ? -1 : int(found - visibleRows.cbegin());
+}
+
 int MainModel::FlagFileRows(const QVector<int> &fileRows)
 {
     int set = 0;
     for (const int fileRow : fileRows) {
-        const auto found = std::lower_bound(visibleRows.cbegin(), visibleRows.cend(), fileRow);
-        if (found == visibleRows.cend() || *found != fileRow)
-            continue;
-        const int index = int(found - visibleRows.cbegin());
-        if (flags[index])
+        const int index = VisibleIndexOf(fileRow);
+        if (index < 0 || flags[index])
             continue;
         flags[index] = true;
         allFlags[fileRow] = true;
