@@ -10,16 +10,10 @@
 
 namespace {
 
-const int kFiles = 1000;
-const int kRowsPerFile = 500;
-
 void BM_MergeToolRun(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString output = dir.filePath(QStringLiteral("merged.txt"));
-    QStringList arguments{QStringLiteral("--quiet"), QStringLiteral("-o"), output};
-    const double inputBytes = BenchData::WriteParticipants(dir.path(), kFiles, kRowsPerFile, &arguments);
-    BenchData::RunTool(state, QStringLiteral(ZEPHLANE_MERGE), arguments, inputBytes, output);
+    const QTemporaryDir dir;
+    BenchData::RunToolOnParticipants(state, QStringLiteral(ZEPHLANE_MERGE), {}, dir, 1000, 500);
 }
 BENCHMARK(BM_MergeToolRun)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 

@@ -11,19 +11,14 @@
 
 namespace {
 
-const int kFiles = 1000;
-const int kRowsPerFile = 500;
-
 void BM_SummaryToolRun(benchmark::State &state)
 {
-    QTemporaryDir dir;
-    const QString output = dir.filePath(QStringLiteral("summary.csv"));
-    QStringList arguments{QStringLiteral("--quiet"), QStringLiteral("--by"), QStringLiteral("Block Name"),
-                          QStringLiteral("--by"), QStringLiteral("Congruency"), QStringLiteral("--procedure"),
-                          QStringLiteral("modified-recursive"), QStringLiteral("--exclusions"),
-                          dir.filePath(QStringLiteral("excluded.csv")), QStringLiteral("-o"), output};
-    const double inputBytes = BenchData::WriteParticipants(dir.path(), kFiles, kRowsPerFile, &arguments);
-    BenchData::RunTool(state, QStringLiteral(ZEPHLANE_SUMMARY), arguments, inputBytes, output);
+    const QTemporaryDir dir;
+    const QStringList options{QStringLiteral("--by"),        QStringLiteral("Block Name"),
+                              QStringLiteral("--by"),        QStringLiteral("Congruency"),
+                              QStringLiteral("--procedure"), QStringLiteral("modified-recursive"),
+                              QStringLiteral("--exclusions"), dir.filePath(QStringLiteral("excluded.csv"))};
+    BenchData::RunToolOnParticipants(state, QStringLiteral(ZEPHLANE_SUMMARY), options, dir, 1000, 500);
 }
 BENCHMARK(BM_SummaryToolRun)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 

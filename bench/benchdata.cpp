@@ -85,6 +85,15 @@ void RunTool(benchmark::State &state, const QString &program, const QStringList 
     state.counters["peak_per_input"] = peakBytes / inputBytes;
 }
 
+void RunToolOnParticipants(benchmark::State &state, const QString &program, QStringList options,
+                           const QTemporaryDir &dir, int files, int rows)
+{
+    const QString output = dir.filePath(QStringLiteral("output"));
+    options << QStringLiteral("--quiet") << QStringLiteral("-o") << output;
+    const double inputBytes = WriteParticipants(dir.path(), files, rows, &options);
+    RunTool(state, program, options, inputBytes, output);
+}
+
 const QStringList &MillionRowFiles()
 {
     static QTemporaryDir dir;

@@ -8,6 +8,7 @@
 
 class AnalysisSession;
 class QTableView;
+class QTemporaryDir;
 
 #include <benchmark/benchmark.h>
 
@@ -27,6 +28,11 @@ double WriteParticipants(const QString &directory, int files, int rows, QStringL
 // reads, and the size of what it wrote to `output`.
 void RunTool(benchmark::State &state, const QString &program, const QStringList &arguments, double inputBytes,
              const QString &output);
+// Runs a command-line tool as RunTool does on `files` participants' files of
+// `rows` trials written into `dir`: `options`, then "--quiet" and "-o" with a
+// file in `dir`, then the files.
+void RunToolOnParticipants(benchmark::State &state, const QString &program, QStringList options,
+                           const QTemporaryDir &dir, int files, int rows);
 
 // The sample generator's files of 40 participants with 25,000 trials
 // each, 1,000,000 rows as the analysis windows must keep up with; written

@@ -16,7 +16,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QScreen>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -48,15 +47,12 @@ ParticipantChoice ChoiceOf(const QComboBox *box)
 } // namespace
 
 DistributionsWindow::DistributionsWindow(AnalysisSession &session, QWidget *parent)
-    : QWidget(parent, Qt::Window)
+    : AnalysisWindow(session, parent)
     , ui(std::make_unique<Ui::DistributionsWindow>())
-    , session(session)
 {
     ui->setupUi(this);
-    // On a small or magnified screen the form's size may not fit.
-    resize(size().boundedTo(parent->screen()->availableGeometry().size() * 9 / 10));
-    ui->settingsPanel->SetSession(&session);
-    connect(&session, &AnalysisSession::ResultChanged, this, &DistributionsWindow::ShowChoices);
+    FitToScreen();
+    ui->settingsPanel->SetSession(session, SummarySettingsPanel::View::Plot);
     connect(ui->plotKindBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DistributionsWindow::Redraw);
     for (QComboBox *box : {ui->participantBox, ui->conditionABox, ui->conditionBBox})
         connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DistributionsWindow::Redraw);
@@ -65,49 +61,13 @@ DistributionsWindow::DistributionsWindow(AnalysisSession &session, QWidget *pare
     connect(ui->copyDataButton, &QPushButton::clicked, this, &DistributionsWindow::CopyData);
 }
 
-// The session may be gone already: the main window's children go in the
-// order they were made, and the session came first.
 DistributionsWindow::~DistributionsWindow() = default;
-
-// The session computes only while a window looks at it; the first viewer
-// makes it compute, which draws this window through ResultChanged.
-void DistributionsWindow::Open()
-{
-    if (viewing) {
-        ShowChoices();
-    } else {
-        viewing = true;
-        const bool computed = session.IsActive();
-        session.AddViewer();
-        if (computed)
-            ShowChoices();
-    }
-    show();
-    raise();
-    activateWindow();
-}
-
-// Settings changed here are kept for the next start, as the summary
-// window keeps them.
-void DistributionsWindow::closeEvent(QCloseEvent *event)
-{
-    session.SaveSettings();
-    if (viewing) {
-        viewing = false;
-        session.RemoveViewer();
-    }
-    QWidget::closeEvent(event);
-}
 
 // Participants in the table (those left out for accuracy have no trials to
 // draw) and the conditions of the result, keeping what was chosen where it
 // is still there.
-void DistributionsWindow::ShowChoices()
+void DistributionsWindow::ShowResult()
 {
-    // The summary window keeps the session computing while this one is
-    // closed; it draws when it opens again.
-    if (!viewing)
-        return;
     const SummaryResult &result = session.Result();
     QList<QPair<QString, int>> participants{{tr("All participants"), ParticipantChoice::kAll}};
     for (int i = 0; i < result.participants.size(); ++i) {

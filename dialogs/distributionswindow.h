@@ -1,13 +1,11 @@
 #pragma once
 
+#include "analysiswindow.h"
 #include "participantchoice.h"
 #include "texttable.h"
 
-#include <QWidget>
-
 #include <memory>
 
-class AnalysisSession;
 struct SummaryResult;
 
 namespace Ui {
@@ -18,9 +16,9 @@ class DistributionsWindow;
 // accuracy function or delta plot of the files in view, drawn from the
 // participant summary that the AnalysisSession keeps, so it follows the
 // file selection, the hidden rows and every setting, and shares the
-// settings with the summary window. It stays open beside the main window,
-// exports the plot in view and copies the numbers behind it.
-class DistributionsWindow : public QWidget
+// settings with the summary window. It exports the plot in view and copies
+// the numbers behind it.
+class DistributionsWindow : public AnalysisWindow
 {
     Q_OBJECT
 
@@ -31,15 +29,8 @@ public:
     DistributionsWindow(AnalysisSession &session, QWidget *parent);
     ~DistributionsWindow() override;
 
-    // Shows the window, or brings it to the front when it is open.
-    void Open();
-
-protected:
-    // Keeps the settings and lets the session rest.
-    void closeEvent(QCloseEvent *event) override;
-
 private:
-    void ShowChoices();
+    void ShowResult() override;
     void Redraw();
     void DrawHistogram(const SummaryResult &result, ParticipantChoice choice);
     void DrawDelta(const SummaryResult &result, ParticipantChoice choice);
@@ -51,9 +42,6 @@ private:
     void CopyData();
 
     std::unique_ptr<Ui::DistributionsWindow> ui;
-    AnalysisSession &session;
     // The numbers behind the plot in view, for "Copy Data".
     TextTable data;
-    // Open, and so one of the session's viewers.
-    bool viewing = false;
 };

@@ -4,35 +4,46 @@
 
 #include "analysissession.h"
 
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 namespace {
 
 using Procedure = SummarySettings::Procedure;
 using Problem = SummarySettings::Problem;
 
+// Setting the same text again would move the cursor under the user's hands.
 void SetText(QLineEdit *edit, const QString &text)
 {
-    // Setting the same text again would move the cursor under the user's hands.
     if (edit->text() != text)
         edit->setText(text);
+}
+
+void MarkInvalid(QLineEdit *edit, bool invalid)
+{
+    if (edit->property("invalid").toBool() == invalid)
+        return;
+    edit->setProperty("invalid", invalid);
+    edit->style()->unpolish(edit);
+    edit->style()->polish(edit);
 }
 
 QString ProblemText(Problem problem)
 {
     switch (problem) {
     case Problem::None:
+        return QString();
     case Problem::BoundWithoutProcedure:
-    case Problem::SdWithoutSdProcedure:
-        break;
+        return SummarySettingsPanel::tr("Bounds need a procedure.");
     case Problem::AbsoluteWithoutBound:
-        return SummarySettingsPanel::tr("The absolute procedure needs a minimum or a maximum.");
+        return SummarySettingsPanel::tr("Absolute bounds need a lower bound, an upper bound or both.");
     case Problem::BoundsCrossed:
-        return SummarySettingsPanel::tr("The minimum lies above the maximum.");
+        return SummarySettingsPanel::tr("The lower bound is above the upper bound.");
+    case Problem::SdWithoutSdProcedure:
+        return SummarySettingsPanel::tr("An SD factor or scope needs the procedure by standard deviations.");
     case Problem::SdNotPositive:
         return SummarySettingsPanel::tr("The SD factor must be above 0.");
     case Problem::AccuracyOutOfRange:
-        return SummarySettingsPanel::tr("The minimum accuracy runs from 0 to 1.");
+        return SummarySettingsPanel::tr("The minimum accuracy is a fraction from 0 to 1.");
     }
     return QString();
 }
@@ -40,135 +51,149 @@ QString ProblemText(Problem problem)
 } // namespace
 
 SummarySettingsPanel::SummarySettingsPanel(QWidget *parent)
-    : QGroupBox(parent)
+    : QWidget(parent)
     , ui(std::make_unique<Ui::SummarySettingsPanel>())
 {
     ui->setupUi(this);
-    ui->procedureBox->addItems(SummarySettings::ProcedureNames());
-    ui->scopeBox->addItems(SummarySettings::ScopeNames());
-    connect(ui->conditionColumnList, &QListWidget::itemChanged, this, &SummarySettingsPanel::Apply);
-    connect(ui->procedureBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &SummarySettingsPanel::Apply);
-    connect(ui->scopeBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &SummarySettingsPanel::Apply);
+    const auto apply = [this] { Apply(); };
+    connect(ui->conditionList, &QListWidget::itemChanged, this, apply);
+    connect(ui->procedureBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, apply);
+    connect(ui->scopeBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, apply);
     for (QLineEdit *edit : {ui->minEdit, ui->maxEdit, ui->sdEdit, ui->minAccuracyEdit})
-        connect(edit, &QLineEdit::textEdited, this, &SummarySettingsPanel::Apply);
+        connect(edit, &QLineEdit::textChanged, this, apply);
+    connect(ui->wideButton, &QRadioButton::toggled, this, apply);
 }
 
 SummarySettingsPanel::~SummarySettingsPanel() = default;
 
-void SummarySettingsPanel::SetSession(AnalysisSession *session)
+void SummarySettingsPanel::SetSession(AnalysisSession &session, View view)
 {
-    this->session = session;
-    connect(session, &AnalysisSession::SettingsChanged, this, &SummarySettingsPanel::ShowSettings);
-    connect(session, &AnalysisSession::ResultChanged, this, &SummarySettingsPanel::ShowColumns);
+    this->session = &session;
+    const bool table = view == View::Table;
+    ui->longButton->setVisible(table);
+    ui->wideButton->setVisible(table);
+    if (table)
+        ui->participantsGroup->setTitle(tr("Participants and layout"));
+    lastUsableNote = table ? tr("The table is for the last settings that could be used.")
+                           : tr("The plot is for the last settings that could be used.");
+    connect(&session, &AnalysisSession::SettingsChanged, this, [this] {
+        if (!updating)
+            ShowSettings();
+    });
+    connect(&session, &AnalysisSession::ResultChanged, this, &SummarySettingsPanel::ShowColumns);
     ShowSettings();
 }
 
 void SummarySettingsPanel::ShowSettings()
 {
-    showing = true;
+    const QScopedValueRollback<bool> guard(updating, true);
     const SummarySettings &settings = session->Settings();
     ui->procedureBox->setCurrentIndex(int(settings.procedure));
-    ui->scopeBox->setCurrentIndex(int(settings.Scope()));
     SetText(ui->minEdit, settings.min.text);
     SetText(ui->maxEdit, settings.max.text);
     SetText(ui->sdEdit, settings.sd.text);
+    ui->scopeBox->setCurrentIndex(int(settings.Scope()));
     SetText(ui->minAccuracyEdit, settings.minAccuracy.text);
+    (settings.layout == SummarySettings::Layout::Wide ? ui->wideButton : ui->longButton)->setChecked(true);
     for (QLineEdit *edit : {ui->minEdit, ui->maxEdit, ui->sdEdit, ui->minAccuracyEdit})
-        edit->setStyleSheet(QString());
+        MarkInvalid(edit, false);
     ui->problemLabel->clear();
     EnableFields();
-    showing = false;
     ShowColumns();
 }
 
-// The columns of the files in view, ticked as the settings have them; a
-// column ticked for files no longer in view stays in the settings.
+// The list is made anew only when the files in view bring other columns,
+// so that the place in it stays while settings change.
 void SummarySettingsPanel::ShowColumns()
 {
+    const QScopedValueRollback<bool> guard(updating, true);
     const QStringList columns = session->ConditionColumns();
+    QStringList listed;
+    for (int row = 0; row < ui->conditionList->count(); ++row)
+        listed.append(ui->conditionList->item(row)->text());
+    if (listed != columns) {
+        ui->conditionList->clear();
+        ui->conditionList->addItems(columns);
+    }
     const QStringList &ticked = session->Settings().conditionColumns;
-    QStringList shown;
-    for (int i = 0; i < ui->conditionColumnList->count(); ++i)
-        shown.append(ui->conditionColumnList->item(i)->text());
-    QStringList tickedInView;
-    for (const QString &column : columns) {
-        if (ticked.contains(column))
-            tickedInView.append(column);
+    for (int row = 0; row < ui->conditionList->count(); ++row) {
+        QListWidgetItem *item = ui->conditionList->item(row);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(ticked.contains(item->text()) ? Qt::Checked : Qt::Unchecked);
     }
-    if (shown == columns && TickedColumns() == tickedInView)
-        return;
-    const QSignalBlocker blocker(ui->conditionColumnList);
-    ui->conditionColumnList->clear();
-    for (const QString &column : columns) {
-        auto *item = new QListWidgetItem(column, ui->conditionColumnList);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsSelectable);
-        item->setCheckState(ticked.contains(column) ? Qt::Checked : Qt::Unchecked);
-    }
+}
+
+// A field that the procedure does not use keeps its text for when it does.
+void SummarySettingsPanel::EnableFields()
+{
+    const auto procedure = Procedure(ui->procedureBox->currentIndex());
+    for (QWidget *field : std::initializer_list<QWidget *>{ui->minLabel, ui->minEdit, ui->maxLabel, ui->maxEdit})
+        field->setEnabled(procedure != Procedure::None);
+    for (QWidget *field : std::initializer_list<QWidget *>{ui->sdLabel, ui->sdEdit, ui->scopeLabel, ui->scopeBox})
+        field->setEnabled(procedure == Procedure::Sd);
 }
 
 void SummarySettingsPanel::Apply()
 {
-    if (showing || !session)
+    if (updating || !session)
         return;
     EnableFields();
-    SummarySettings settings = session->Settings();
-    if (Read(settings))
-        session->SetSettings(settings);
+    SummarySettings settings;
+    const QString problem = Read(settings);
+    ui->problemLabel->setText(problem.isEmpty() ? QString() : problem + QLatin1Char(' ') + lastUsableNote);
+    if (!problem.isEmpty())
+        return;
+    const QScopedValueRollback<bool> guard(updating, true);
+    session->SetSettings(settings);
 }
 
-bool SummarySettingsPanel::Read(SummarySettings &settings)
+QString SummarySettingsPanel::Read(SummarySettings &settings)
 {
-    const SummarySettings current = session->Settings();
+    settings.conditionColumns = TickedColumns();
     settings.procedure = Procedure(ui->procedureBox->currentIndex());
-    const bool bounds = settings.procedure != Procedure::None;
+    const bool bounded = settings.procedure != Procedure::None;
     const bool sd = settings.procedure == Procedure::Sd;
-    const QStringList inView = session->ConditionColumns();
-    settings.conditionColumns.clear();
-    for (const QString &column : current.conditionColumns) {
-        if (!inView.contains(column))
-            settings.conditionColumns.append(column);
+    const struct
+    {
+        QLineEdit *edit;
+        bool used;
+        TypedNumber *number;
+        QString name;
+    } fields[] = {{ui->minEdit, bounded, &settings.min, tr("lower bound")},
+                  {ui->maxEdit, bounded, &settings.max, tr("upper bound")},
+                  {ui->sdEdit, sd, &settings.sd, tr("SD factor")},
+                  {ui->minAccuracyEdit, true, &settings.minAccuracy, tr("minimum accuracy")}};
+    QString problem;
+    for (const auto &field : fields) {
+        if (!ReadNumber(field.edit, field.used, field.number) && problem.isEmpty())
+            problem = tr("The %1 is not a number; write it with a full stop, as in 2.5.").arg(field.name);
     }
-    settings.conditionColumns += TickedColumns();
-    bool numbers = ReadNumber(ui->minEdit, settings.min, bounds);
-    numbers = ReadNumber(ui->maxEdit, settings.max, bounds) && numbers;
-    numbers = ReadNumber(ui->sdEdit, settings.sd, sd) && numbers;
-    numbers = ReadNumber(ui->minAccuracyEdit, settings.minAccuracy, true) && numbers;
     // The default scope stays unnamed, as on a command line without it.
-    const auto scope = SummarySettings::SdScope(ui->scopeBox->currentIndex());
-    settings.scope.reset();
-    if (sd && (current.scope || scope != SummarySettings::SdScope::Cell))
-        settings.scope = scope;
-    const Problem problem = settings.Check();
-    ui->problemLabel->setText(numbers ? ProblemText(problem) : tr("A number is needed, such as 250 or 2.5."));
-    return numbers && problem == Problem::None;
+    if (sd && ui->scopeBox->currentIndex() > 0)
+        settings.scope = SummarySettings::SdScope(ui->scopeBox->currentIndex());
+    settings.layout = ui->wideButton->isChecked() ? SummarySettings::Layout::Wide : SummarySettings::Layout::Long;
+    return problem.isEmpty() ? ProblemText(settings.Check()) : problem;
 }
 
-// An empty field gives no number; one that does not read as a number is
-// marked and gives none either.
-bool SummarySettingsPanel::ReadNumber(QLineEdit *edit, TypedNumber &number, bool used)
+// An empty field gives no number, which is always valid; one that does not
+// read as a number is marked.
+bool SummarySettingsPanel::ReadNumber(QLineEdit *edit, bool used, TypedNumber *number)
 {
-    number = TypedNumber();
-    const bool valid = !used || edit->text().isEmpty() || TypedNumber::Read(edit->text(), &number);
-    edit->setStyleSheet(valid ? QString() : QStringLiteral("background-color: #ffd6d6;"));
+    const QString text = edit->text().trimmed();
+    const bool valid = !used || text.isEmpty() || TypedNumber::Read(text, number);
+    MarkInvalid(edit, !valid);
     return valid;
 }
 
-void SummarySettingsPanel::EnableFields()
-{
-    const auto procedure = Procedure(ui->procedureBox->currentIndex());
-    for (QWidget *field : std::initializer_list<QWidget *>{ui->minEdit, ui->maxEdit, ui->minLabel, ui->maxLabel})
-        field->setEnabled(procedure != Procedure::None);
-    for (QWidget *field : std::initializer_list<QWidget *>{ui->sdEdit, ui->scopeBox, ui->sdLabel, ui->scopeLabel})
-        field->setEnabled(procedure == Procedure::Sd);
-}
-
+// The ticked columns join those ticked for files now out of view.
 QStringList SummarySettingsPanel::TickedColumns() const
 {
-    QStringList ticked;
-    for (int i = 0; i < ui->conditionColumnList->count(); ++i) {
-        const QListWidgetItem *item = ui->conditionColumnList->item(i);
+    QStringList columns = session->Settings().conditionColumns;
+    for (int row = 0; row < ui->conditionList->count(); ++row) {
+        const QListWidgetItem *item = ui->conditionList->item(row);
+        columns.removeAll(item->text());
         if (item->checkState() == Qt::Checked)
-            ticked.append(item->text());
+            columns.append(item->text());
     }
-    return ticked;
+    return columns;
 }

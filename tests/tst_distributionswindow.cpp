@@ -159,13 +159,16 @@ private slots:
         driver->ClickRows({0});
         OpenWindow();
         Choose("participantBox", 1);
-        Find<QListWidget>("conditionColumnList")->findItems("Congruency", Qt::MatchExactly)[0]->setCheckState(Qt::Checked);
+        Find<QListWidget>("conditionList")->findItems("Congruency", Qt::MatchExactly)[0]->setCheckState(Qt::Checked);
         QCOMPARE(Session().Settings().conditionColumns, QStringList{"Congruency"});
         Choose("procedureBox", int(SummarySettings::Procedure::Absolute));
-        QVERIFY(Find<QLabel>("problemLabel")->text().contains("minimum or a maximum"));
+        QCOMPARE(Find<QLabel>("problemLabel")->text(),
+                 QString("Absolute bounds need a lower bound, an upper bound or both. "
+                         "The plot is for the last settings that could be used."));
         QCOMPARE(Session().Settings().procedure, SummarySettings::Procedure::None);
         Type("maxEdit", "33x");
-        QVERIFY(!Find<QLabel>("problemLabel")->text().isEmpty());
+        QVERIFY(Find<QLabel>("problemLabel")->text().startsWith("The upper bound is not a number"));
+        QVERIFY(Find<QLineEdit>("maxEdit")->property("invalid").toBool());
         Type("maxEdit", "330");
         QCOMPARE(Session().Settings().procedure, SummarySettings::Procedure::Absolute);
         QCOMPARE(Session().Settings().max.text, QString("330"));
