@@ -32,7 +32,7 @@ const int kWatchedCells = 200;
 // What a user would read in a message box is of no concern here.
 void IgnoreMessage(const QString &, const QString &) {}
 
-// A file of the product's own columns, for combining with the input.
+// A file of Kelmarun's own columns, for combining with the input.
 QString SecondFile()
 {
     static const QString path = FuzzEnvironment::Instance().Write(

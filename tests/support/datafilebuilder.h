@@ -23,7 +23,7 @@ public:
     // Titles given as "upper/lower" and joined by ",", such as
     // "Block/Name,Key,Reaction/Time"; a title without "/" has one line.
     DataFileBuilder &Columns(const QString &titles);
-    // The sixteen columns as the product writes them: twelve fixed fields
+    // The sixteen columns as Kelmarun writes them: twelve fixed fields
     // ("Block\nName" fourth, "Trial\nName" fifth, "Reaction\nTime" twelfth),
     // "Key", "Pressed Or\nReleased", one trial variable "Congruency" and
     // the code column "Stimulus\nSide".

@@ -26,7 +26,7 @@ struct SampleFileOptions
     int blocks = 0;
 };
 
-// Writes data files that look like the product's: a dotted or legacy
+// Writes data files that look like Kelmarun's: a dotted or legacy
 // header, the two title rows, and one line per trial with codes, reaction
 // times, blocks and trials of a design. The same options always give the
 // same bytes.
