@@ -153,7 +153,7 @@ void BM_HideSelectedManySections(benchmark::State &state)
 {
     static QTemporaryDir dir;
     DataFileBuilder builder;
-    builder.ProductTitles();
+    builder.KelmarunTitles();
     for (int row = 0; row < kRows; ++row)
         builder.Trial(QStringLiteral("B%1").arg(row / 1000), QStringLiteral("T%1").arg(row), QStringLiteral("C"),
                       QString::number(300 + row % 500));

@@ -37,7 +37,7 @@ QString SecondFile()
 {
     static const QString path = FuzzEnvironment::Instance().Write(
         QStringLiteral("second.txt"),
-        DataFileBuilder().ProductTitles().Trials({"B1,T1,C,300", "B2,T2,E,512.9", "B1,T3,SC,", "B3,T1,NR,700"}).Bytes());
+        DataFileBuilder().KelmarunTitles().Trials({"B1,T1,C,300", "B2,T2,E,512.9", "B1,T3,SC,", "B3,T1,NR,700"}).Bytes());
     return path;
 }
 

@@ -27,8 +27,8 @@ public:
     // ("Block\nName" fourth, "Trial\nName" fifth, "Reaction\nTime" twelfth),
     // "Key", "Pressed Or\nReleased", one trial variable "Congruency" and
     // the code column "Stimulus\nSide".
-    DataFileBuilder &ProductTitles();
-    // A row of ProductTitles() from the values that matter to statistics.
+    DataFileBuilder &KelmarunTitles();
+    // A row of KelmarunTitles() from the values that matter to statistics.
     DataFileBuilder &Trial(const QString &block, const QString &trial, const QString &code,
                            const QString &rt, const QString &congruency = QStringLiteral("congruent"),
                            const QString &side = QStringLiteral("left"));
