@@ -152,8 +152,8 @@ void MainWindow::RemoveFiles()
         DropCombinedFile();
 
     removingFiles = true;
-    // Ordered by address, not by row: the row read as the anchor below need
-    // not be the topmost one removed. Deliberate.
+    // Ordered by address, not by row, deliberately: the row read as the
+    // anchor below need not be the topmost one removed.
     QList<QListWidgetItem *> items = ui->fileNamesList->selectedItems();
     std::sort(items.begin(), items.end(), std::less<QListWidgetItem *>());
     const int anchor = ui->fileNamesList->row(items.first());
