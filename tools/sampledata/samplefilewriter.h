@@ -37,9 +37,6 @@ public:
 
     // False for an unknown design or counts that make no file.
     bool IsValid() const;
-    // Fields of a line: twelve fixed ones, "Key", "Pressed Or\nReleased",
-    // then the trial variables and code columns.
-    int FieldCount() const { return kFixedFields + columns.size(); }
     bool Write(QIODevice *device) const;
     bool Write(const QString &path) const;
 
@@ -48,6 +45,8 @@ public:
     static QStringList WriteParticipants(const QString &directory, int count, const SampleFileOptions &options);
 
 private:
+    // Fields of a line before the trial variables and code columns: twelve
+    // fixed ones, "Key" and "Pressed Or\nReleased".
     static const int kFixedFields = 14;
 
     struct Block
