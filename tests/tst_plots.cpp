@@ -16,10 +16,8 @@
 #include "vincentileplot.h"
 #include "vincentiles.h"
 
-#include <qwt_legend.h>
-#include <qwt_plot_curve.h>
-#include <qwt_plot_histogram.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_div.h>
 
 #include <QSvgRenderer>
 #include <QTemporaryDir>

@@ -13,7 +13,6 @@
 #include "testfiles.h"
 #include "toolrun.h"
 
-#include <QFileInfo>
 #include <QScopeGuard>
 #include <QtTest>
 
