@@ -4,13 +4,10 @@
 #include "benchdata.h"
 #include "datafile.h"
 
-#include <QApplication>
 #include <QTableView>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <memory>
 
 namespace {
 
