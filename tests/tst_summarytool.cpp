@@ -44,8 +44,6 @@ void WriteFiles(SummaryFiles &files)
 
 } // namespace
 
-Q_DECLARE_METATYPE(SummarySettings)
-
 class TestSummaryTool : public QObject
 {
     Q_OBJECT

@@ -60,7 +60,6 @@ QList<double> Repeated(double time, int count)
 
 } // namespace
 
-Q_DECLARE_METATYPE(SummarySettings)
 Q_DECLARE_METATYPE(SummarySettings::SdScope)
 
 class TestTrimming : public QObject
