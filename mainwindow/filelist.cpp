@@ -40,7 +40,7 @@ bool MainWindow::OpenFiles(QStringList file_paths)
 
     // Counted before a combined record is dropped, so with one present the
     // row selected below is the second new file, or none when only one was
-    // added. Deliberate: adding files to a combined view selects that row.
+    // added; skipping the first new file there is deliberate.
     const int firstNewRow = int(files.size());
     const bool combinedShown = combinedActive;
     AddFileNamesToLists(file_paths);
