@@ -34,15 +34,3 @@ double SummaryCell::BoundOf(int index) const
     }
     return qQNaN();
 }
-
-QVector<RemovedTime> SummaryCell::RemovedTimes() const
-{
-    QVector<RemovedTime> removed;
-    for (int i = 0; i < times.size(); ++i) {
-        if (i == keptBegin)
-            i = keptEnd;
-        if (i < times.size())
-            removed.append(RemovedTime{times[i], BoundOf(i), i >= keptEnd});
-    }
-    return removed;
-}

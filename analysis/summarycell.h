@@ -16,14 +16,6 @@ struct RemovedRun
     double bound;
 };
 
-// A correct time that the trimming took away, with the criterion it crossed.
-struct RemovedTime
-{
-    double time;
-    double bound;
-    bool tooSlow;
-};
-
 // One participant under one combination of condition values: its rows by
 // code, its correct times and what the procedure kept of them, and the
 // measures of its line in the summary. Made by SummaryComputation.
@@ -78,6 +70,4 @@ struct SummaryCell
     const double *KeptEnd() const { return times.constData() + keptEnd; }
     // The criterion that removed times[index], an index outside the kept run.
     double BoundOf(int index) const;
-    // Every removed time, ascending.
-    QVector<RemovedTime> RemovedTimes() const;
 };

@@ -21,7 +21,7 @@
 
 namespace {
 
-// Sample files of the product's sixteen fields, written once per run.
+// Sample files of Kelmarun's sixteen fields, written once per run.
 QString SampleFile(int rows)
 {
     static QTemporaryDir dir;

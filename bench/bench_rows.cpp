@@ -4,13 +4,10 @@
 #include "benchdata.h"
 #include "datafile.h"
 
-#include <QApplication>
 #include <QTableView>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
-
-#include <memory>
 
 namespace {
 
@@ -153,7 +150,7 @@ void BM_HideSelectedManySections(benchmark::State &state)
 {
     static QTemporaryDir dir;
     DataFileBuilder builder;
-    builder.ProductTitles();
+    builder.KelmarunTitles();
     for (int row = 0; row < kRows; ++row)
         builder.Trial(QStringLiteral("B%1").arg(row / 1000), QStringLiteral("T%1").arg(row), QStringLiteral("C"),
                       QString::number(300 + row % 500));

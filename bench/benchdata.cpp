@@ -36,7 +36,7 @@ DataFileBuilder Participant(int participant, int rows)
                        {"Name", "Number", "Number", "Name", "Name", "Number", "Repetition", "Name", "Response",
                         "Response", "Code", "Time", "Key", "Released", "(Trial Variable)", "Side", "(Trial Variable)"});
     } else {
-        builder.ProductTitles();
+        builder.KelmarunTitles();
     }
     for (int row = 0; row < rows; ++row) {
         const QString number = QString::number(row + 1);

@@ -12,7 +12,7 @@ class QTemporaryDir;
 
 #include <benchmark/benchmark.h>
 
-// Data files for the benchmarks, written the way the product writes them.
+// Data files for the benchmarks, written the way Kelmarun writes them.
 namespace BenchData {
 
 // One participant's file of `rows` trials; every tenth participant also has

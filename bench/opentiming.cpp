@@ -25,7 +25,6 @@
 #include <QTest>
 #include <QTextStream>
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
 

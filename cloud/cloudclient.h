@@ -42,7 +42,6 @@ public:
                          ProgressState *progress);
     WriteStop DownloadFile(const char *path, int id, const char *filename, TransferKind kind);
     bool LastCallFailed() const { return lastCallFailed; }
-    QByteArray LastError() const { return lastError; }
 
     // The service's calls.
     bool Login(const char *email, const char *password);
@@ -60,6 +59,7 @@ private:
     const QByteArray baseUrl;
     const CloudLimits limits;
     bool lastCallFailed = false;
+    // libcurl's text for the last failure, kept though nothing reads it.
     QByteArray lastError;
     // A whole header line with the token of the last good sign-in, or empty.
     QByteArray authHeader;

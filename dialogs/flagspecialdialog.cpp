@@ -128,8 +128,8 @@ void FlagSpecialDialog::SendActionSignal(int actionType)
 }
 
 // A left click on the picture toggles the zone's box. The toggle sends its
-// own count request and the direct call below a second one; that costs a
-// second count and nothing else, and is deliberate.
+// own count request and the direct call below a second one; the second
+// count is deliberate and changes nothing else.
 bool FlagSpecialDialog::eventFilter(QObject *object, QEvent *event)
 {
     if (object != ui->label_8 || event->type() != QEvent::MouseButtonPress

@@ -52,7 +52,7 @@ bool RowColorsDialog::ColorEntireRow() const
 }
 
 // A cancelled colour dialog puts the drop-down back on its former entry and
-// keeps the colour in force, which is still sent, deliberately.
+// keeps the colour in force; sending that colour again is deliberate.
 void RowColorsDialog::SetColorOptions(int color)
 {
     auto *box = qobject_cast<QComboBox *>(sender());

@@ -40,7 +40,7 @@ bool MainWindow::OpenFiles(QStringList file_paths)
 
     // Counted before a combined record is dropped, so with one present the
     // row selected below is the second new file, or none when only one was
-    // added. Deliberate: adding files to a combined view selects that row.
+    // added; skipping the first new file there is deliberate.
     const int firstNewRow = int(files.size());
     const bool combinedShown = combinedActive;
     AddFileNamesToLists(file_paths);
@@ -152,8 +152,8 @@ void MainWindow::RemoveFiles()
         DropCombinedFile();
 
     removingFiles = true;
-    // Ordered by address, not by row: the row read as the anchor below need
-    // not be the topmost one removed. Deliberate.
+    // Ordered by address, not by row, deliberately: the row read as the
+    // anchor below need not be the topmost one removed.
     QList<QListWidgetItem *> items = ui->fileNamesList->selectedItems();
     std::sort(items.begin(), items.end(), std::less<QListWidgetItem *>());
     const int anchor = ui->fileNamesList->row(items.first());

@@ -54,7 +54,6 @@ protected:
     void Complain(const QString &text) const;
     static void PrintLine(const QString &line);
 
-    const QString &Program() const { return program; }
     // The -o file; empty for standard output.
     const QString &OutputName() const { return outputName; }
     // Progress goes to standard error when it is a terminal, unless --quiet.

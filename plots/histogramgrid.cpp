@@ -1,5 +1,6 @@
 #include "histogramgrid.h"
 
+#include "axistitle.h"
 #include "histogrambins.h"
 #include "histogramplot.h"
 
@@ -42,6 +43,14 @@ QwtInterval TimeRange(const HistogramBins &bins)
     return range;
 }
 
+// A title in the font that `plot` gives the titles of its own axes.
+QwtText TitleFor(const QwtPlot &plot, const QString &text)
+{
+    QwtText title = plot.axisTitle(QwtPlot::xBottom);
+    title.setText(text);
+    return title;
+}
+
 int HighestColumn(const HistogramBins &bins)
 {
     int highest = 1;
@@ -57,6 +66,8 @@ int HighestColumn(const HistogramBins &bins)
 HistogramGrid::HistogramGrid(QWidget *parent)
     : QWidget(parent)
     , grid(new QGridLayout(this))
+    , timeTitle(new AxisTitle(Qt::Horizontal, this))
+    , countTitle(new AxisTitle(Qt::Vertical, this))
 {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(4);
@@ -85,8 +96,11 @@ void HistogramGrid::ShowMessage(const QString &text)
     panels[0]->ShowMessage(text);
 }
 
-// Panels are kept and reused; each is placed anew, with axis titles on
-// the bottom row and the left column only.
+// Panels are kept and reused; each is placed anew, right of the count
+// axis's title, which spans their rows, and above the time axis's title,
+// which spans their columns. Titled apart, the panels' canvases are all of
+// one size, as shared scales ask, and a title is never squeezed into the
+// height of one small panel.
 void HistogramGrid::SetPanelCount(int count)
 {
     while (panels.size() > count)
@@ -95,12 +109,14 @@ void HistogramGrid::SetPanelCount(int count)
         panels.append(new HistogramPlot(this));
     const int columns = ColumnsFor(count);
     const int rows = (count + columns - 1) / columns;
+    grid->removeWidget(countTitle);
+    grid->removeWidget(timeTitle);
     for (HistogramPlot *panel : panels)
         grid->removeWidget(panel);
-    for (int i = 0; i < count; ++i) {
-        const int row = i / columns;
-        const int column = i % columns;
-        grid->addWidget(panels[i], row, column);
-        panels[i]->ShowAxisTitles(row == rows - 1 || i + columns >= count, column == 0);
-    }
+    grid->addWidget(countTitle, 0, 0, rows, 1);
+    for (int i = 0; i < count; ++i)
+        grid->addWidget(panels[i], i / columns, i % columns + 1);
+    grid->addWidget(timeTitle, rows, 1, 1, columns);
+    timeTitle->SetText(TitleFor(*panels[0], tr("Reaction time (ms)")));
+    countTitle->SetText(TitleFor(*panels[0], tr("Correct trials (count)")));
 }

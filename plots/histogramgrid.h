@@ -3,13 +3,15 @@
 #include <QVector>
 #include <QWidget>
 
+class AxisTitle;
 class HistogramBins;
 class HistogramPlot;
 class QGridLayout;
 
 // The histogram as small multiples: a panel per condition, one under the
-// other for up to three and in two columns for up to six, on shared
-// scales, so that six conditions stay as readable as one.
+// other for up to three and in two columns for up to six, on shared scales
+// with one title for each axis, so that six conditions stay as readable as
+// one.
 class HistogramGrid : public QWidget
 {
     Q_OBJECT
@@ -28,5 +30,7 @@ private:
     void SetPanelCount(int count);
 
     QGridLayout *grid;
+    AxisTitle *timeTitle;
+    AxisTitle *countTitle;
     QVector<HistogramPlot *> panels;
 };

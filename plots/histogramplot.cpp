@@ -39,7 +39,6 @@ HistogramPlot::HistogramPlot(QWidget *parent)
     auto *legend = new QwtLegend;
     insertLegend(legend, QwtPlot::TopLegend);
     legend->setMaxColumns(1);
-    ShowAxisTitles(true, true);
     // Six panels in three rows fit a window of ordinary height; below its
     // own minimum a panel squeezes its canvas rather than the window growing.
     setMinimumSize(kMinimumWidth, kMinimumHeight);
@@ -67,11 +66,6 @@ void HistogramPlot::SetRanges(const QwtInterval &times, const QwtInterval &count
 {
     SetAxisRange(QwtPlot::xBottom, times.minValue(), times.maxValue());
     SetAxisRange(QwtPlot::yLeft, counts.minValue(), counts.maxValue());
-}
-
-void HistogramPlot::ShowAxisTitles(bool x, bool y)
-{
-    SetAxisTitles(x ? tr("Reaction time (ms)") : QString(), y ? tr("Correct trials (count)") : QString());
 }
 
 // The removed part is the whole column, kept and removed, drawn behind the

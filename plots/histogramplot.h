@@ -10,7 +10,8 @@ class QwtInterval;
 // One panel of the histogram: one condition's correct reaction times, the
 // kept ones in the condition's colour and the removed ones in grey on top
 // of them, with the criteria and the absolute bounds as vertical lines
-// labelled with their values. HistogramGrid sets the panels side by side.
+// labelled with their values. HistogramGrid sets the panels side by side
+// and titles their axes.
 class HistogramPlot : public DistributionPlot
 {
     Q_OBJECT
@@ -22,8 +23,6 @@ public:
     void Show(const std::shared_ptr<const HistogramBins> &bins, int series);
     // The scales that the panels share, so that they compare at a glance.
     void SetRanges(const QwtInterval &times, const QwtInterval &counts);
-    // Titles on the outer axes only.
-    void ShowAxisTitles(bool x, bool y);
 
 private:
     void AddHistogram(const std::shared_ptr<const HistogramBins> &bins, int series, bool kept, const QString &title);

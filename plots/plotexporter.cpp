@@ -1,5 +1,7 @@
 #include "plotexporter.h"
 
+#include "axistitle.h"
+
 #include <qwt_plot.h>
 #include <qwt_plot_renderer.h>
 
@@ -33,9 +35,16 @@ QList<QwtPlot *> PlotsOf(QWidget *figure)
     return plots;
 }
 
+// Where a part of the figure stands in it, on screen.
+QRectF PlaceOf(const QWidget *part, const QWidget *figure)
+{
+    return QRectF(part == figure ? QPointF(0, 0) : QPointF(part->mapTo(figure, QPoint(0, 0))), part->size());
+}
+
 // Qwt lays each plot out at its size on screen and scales it by the
 // device's resolution over the screen's, so fonts and lines keep their
-// proportions at any resolution.
+// proportions at any resolution. The titles that plots share are drawn at
+// their size on screen and scaled the same way.
 void Render(QWidget *figure, QPainter &painter, const QRectF &target)
 {
     painter.fillRect(target, Qt::white);
@@ -44,11 +53,19 @@ void Render(QWidget *figure, QPainter &painter, const QRectF &target)
     QwtPlotRenderer renderer;
     renderer.setDiscardFlag(QwtPlotRenderer::DiscardBackground);
     for (QwtPlot *plot : PlotsOf(figure)) {
-        const QRectF at(plot == figure ? QPointF(0, 0) : QPointF(plot->mapTo(figure, QPoint(0, 0))), plot->size());
+        const QRectF at = PlaceOf(plot, figure);
         renderer.render(plot, &painter,
                         QRectF(target.x() + at.x() * scaleX, target.y() + at.y() * scaleY, at.width() * scaleX,
                                at.height() * scaleY));
     }
+    painter.save();
+    painter.translate(target.topLeft());
+    painter.scale(scaleX, scaleY);
+    for (const AxisTitle *title : figure->findChildren<AxisTitle *>()) {
+        if (title->isVisibleTo(figure))
+            title->Draw(&painter, PlaceOf(title, figure));
+    }
+    painter.restore();
 }
 
 bool WritePng(QWidget *figure, QSaveFile &file, const QSizeF &sizeMm, int dpi)

@@ -7,7 +7,7 @@ class QWidget;
 
 // Writes the plot in view to a file through Qwt's renderer: a single plot,
 // or a widget of several plots side by side (the histogram's panels), each
-// rendered where it stands. PNG at a chosen resolution, SVG and PDF as
+// rendered where it stands with the axis titles they share. PNG at a chosen resolution, SVG and PDF as
 // vectors; the format follows the file name's suffix.
 class PlotExporter
 {

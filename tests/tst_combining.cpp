@@ -108,7 +108,7 @@ private slots:
         QList<QStringList> before;
         for (const QString name : {"", "Flanker", "Simon"}) {
             const QString number = QString::number(sources.size() + 1);
-            opened.push_back(files.Open(DataFileBuilder().Experiment(name).Date("2026-03-0" + number).ProductTitles()
+            opened.push_back(files.Open(DataFileBuilder().Experiment(name).Date("2026-03-0" + number).KelmarunTitles()
                                             .Trial("B" + number, "T1", "C", "300").Trial("B1", "T2", "SC", "40" + number)));
             sources << opened.back().get();
             before << snapshot(*sources.last());

@@ -124,7 +124,7 @@ private slots:
             DataFileBuilder builder;
             if (seed % 2 == 0)
                 builder.Legacy();
-            QByteArray bytes = builder.Experiment(QString::fromUtf8("Caf\xc3\xa9")).ProductTitles().Bytes();
+            QByteArray bytes = builder.Experiment(QString::fromUtf8("Caf\xc3\xa9")).KelmarunTitles().Bytes();
             for (int i = random.bounded(400); i > 0; --i)
                 bytes += pieces[random.bounded(pieces.size())];
             QTest::addRow("%s %u", seed % 2 ? "dotted" : "legacy", seed) << bytes << (seed % 2 == 0);

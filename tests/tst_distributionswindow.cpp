@@ -10,7 +10,6 @@
 #include "histogramplot.h"
 #include "windowdriver.h"
 
-#include <qwt_plot_histogram.h>
 #include <qwt_plot_marker.h>
 
 namespace {

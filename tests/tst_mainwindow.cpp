@@ -36,10 +36,11 @@ class TestMainWindow : public QObject
 private slots:
     void init() { QSettings("Talvox", "Zephlane").clear(); }
 
-    // On a first run the file dialog opens where it would anyway. Closed with no file open, the window still
-    // stores every key, and only the first thirteen column positions. The
-    // dialog would open in its last directory anyway, so the directory is
-    // seen in what the restored window stores again.
+    // On a first run the file dialog opens in the current directory. Closed
+    // with no file open, the window still stores every key, and only the
+    // first thirteen column positions. The dialog would open in its last
+    // directory anyway, so the directory is seen in what the restored window
+    // stores again.
     void geometryDirectoryAndColumnOrderComeBack()
     {
         QTemporaryDir data;

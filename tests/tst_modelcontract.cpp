@@ -19,7 +19,7 @@ namespace {
 // B1 holds rows 0 and 1, so hiding both takes its section away.
 DataFileBuilder FirstFile()
 {
-    return DataFileBuilder().ProductTitles().Trials(
+    return DataFileBuilder().KelmarunTitles().Trials(
         {"B1,T1,C,300", "B1,T2,E,512.9", "B2,T1,SC,100", "B2,T3,NR,", "B3,T2,C,700", "B3,T1,X,abc"});
 }
 
@@ -186,7 +186,7 @@ void TestModelContract::keepsTheContract()
 std::unique_ptr<DataFile> TestModelContract::Record(const QString &kind)
 {
     if (kind == "no rows")
-        return files.Open(DataFileBuilder().ProductTitles());
+        return files.Open(DataFileBuilder().KelmarunTitles());
     if (kind == "shifted")
         return files.Open(ShiftedFile());
     auto first = files.Open(FirstFile());

@@ -51,7 +51,6 @@ QString ColumnOf(const TextTable &table, int row, const QString &title)
 
 } // namespace
 
-Q_DECLARE_METATYPE(SummarySettings)
 Q_DECLARE_METATYPE(SummarySettings::Problem)
 
 class TestParticipantSummary : public QObject

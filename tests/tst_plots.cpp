@@ -3,6 +3,7 @@
 // draw), and each export read back.
 
 #include "accuracyplot.h"
+#include "axistitle.h"
 #include "conditionalaccuracy.h"
 #include "deltaplot.h"
 #include "histogrambins.h"
@@ -16,10 +17,8 @@
 #include "vincentileplot.h"
 #include "vincentiles.h"
 
-#include <qwt_legend.h>
-#include <qwt_plot_curve.h>
-#include <qwt_plot_histogram.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_div.h>
 
 #include <QSvgRenderer>
 #include <QTemporaryDir>
@@ -125,12 +124,15 @@ private slots:
     }
 
     // Up to three conditions stand one under the other, up to six in two
-    // columns.
+    // columns. However small the grid, each axis has one title for all the
+    // panels, on one line and whole, and every panel's canvas has the same
+    // size, as shared scales ask.
     void histogramPanelsStayReadableUpToSixConditions_data()
     {
         QTest::addColumn<int>("conditions");
         QTest::addColumn<int>("columns");
         QTest::newRow("one") << 1 << 1;
+        QTest::newRow("two") << 2 << 1;
         QTest::newRow("three") << 3 << 1;
         QTest::newRow("four") << 4 << 2;
         QTest::newRow("six") << 6 << 2;
@@ -142,17 +144,33 @@ private slots:
         QFETCH(int, conditions);
         QFETCH(int, columns);
         HistogramGrid grid;
-        grid.resize(900, 700);
         grid.Show(HistogramBins(Conditions(conditions), ParticipantChoice()));
+        grid.resize(grid.minimumSizeHint());
         grid.show();
         QVERIFY(QTest::qWaitForWindowExposed(&grid));
         QSet<int> lefts;
-        for (const HistogramPlot *panel : grid.Panels())
+        QSet<QString> canvases;
+        QString panelTitles;
+        for (const HistogramPlot *panel : grid.Panels()) {
             lefts.insert(panel->x());
+            canvases.insert(QStringLiteral("%1x%2").arg(panel->canvas()->width()).arg(panel->canvas()->height()));
+            panelTitles += panel->axisTitle(QwtPlot::xBottom).text() + panel->axisTitle(QwtPlot::yLeft).text();
+        }
         QCOMPARE(grid.Panels().size(), conditions);
         QCOMPARE(lefts.size(), columns);
+        QCOMPARE(canvases.size(), 1);
+        QCOMPARE(panelTitles, QString());
         QCOMPARE(Titles(*grid.Panels().last(), QwtPlotItem::Rtti_PlotHistogram),
                  (QStringList{"0 removed", QStringLiteral("c%1 (1 kept)").arg(conditions)}));
+        const QFontMetrics metrics(grid.Panels()[0]->axisTitle(QwtPlot::yLeft).font());
+        QStringList shared;
+        for (const AxisTitle *title : grid.findChildren<AxisTitle *>()) {
+            const QSize room = title->size();
+            const bool whole = std::max(room.width(), room.height()) >= metrics.horizontalAdvance(title->Text())
+                               && std::min(room.width(), room.height()) >= metrics.height();
+            shared << title->Text() + (whole ? "" : " (cut)");
+        }
+        QCOMPARE(shared, (QStringList{"Reaction time (ms)", "Correct trials (count)"}));
     }
 
     void linesAreNamedWithTheirParticipants()
@@ -258,6 +276,12 @@ private slots:
             QSvgRenderer svg(path);
             QVERIFY(svg.isValid());
             QCOMPARE(svg.viewBox().size(), QSize(1181, 709));
+            // The panels' shared axis titles are drawn with them, once each.
+            QFile text(path);
+            QVERIFY(text.open(QIODevice::ReadOnly));
+            const QByteArray drawn = text.readAll();
+            QCOMPARE(drawn.count("Reaction time (ms)"), 1);
+            QCOMPARE(drawn.count("Correct trials (count)"), histogram ? 1 : 0);
         } else {
             QFile pdf(path);
             QVERIFY(pdf.open(QIODevice::ReadOnly));

@@ -44,7 +44,7 @@ class TestRowFlags : public QObject
 
 private slots:
     // Flags belong to file rows through hiding and restoring; a flagged row
-    // out of sight no longer counts. Restored rows are announced as added at
+    // out of sight does not count. Restored rows are announced as added at
     // the end, yet come back in their own places.
     void flagsFollowFileRowsThroughHideAndRestore()
     {

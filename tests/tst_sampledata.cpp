@@ -1,5 +1,5 @@
 // The sample data generator and the committed examples: what they hold
-// must open in the program as a product file does.
+// must open in the program as a file of Kelmarun's does.
 
 #include "datafilevalidator.h"
 #include "informationbox.h"
@@ -20,7 +20,7 @@ class TestSampleData : public QObject
     TestFiles files;
 
 private slots:
-    // The titles the statistics look for stand where the product writes
+    // The titles the statistics look for stand where Kelmarun writes
     // them, and there are correct responses with their times. The committed
     // examples, what a new user opens first, hold one legacy file.
     void filesOpen()

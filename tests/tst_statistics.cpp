@@ -150,7 +150,7 @@ private slots:
         QFETCH(int, sectionType);
         QFETCH(int, dataType);
         QFETCH(QVector<int>, hide);
-        const auto file = files.Open(DataFileBuilder().ProductTitles().Trials(trials));
+        const auto file = files.Open(DataFileBuilder().KelmarunTitles().Trials(trials));
         SectionModel &sections = file->GetSectionModel();
         QTableView view;
         view.setModel(&file->GetSectionProxy());

@@ -13,7 +13,6 @@
 #include "testfiles.h"
 #include "toolrun.h"
 
-#include <QFileInfo>
 #include <QScopeGuard>
 #include <QtTest>
 
@@ -44,8 +43,6 @@ void WriteFiles(SummaryFiles &files)
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(SummarySettings)
 
 class TestSummaryTool : public QObject
 {

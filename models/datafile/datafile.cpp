@@ -17,7 +17,7 @@ struct ShareColumn
     QString columnName;
 };
 
-// Where hiding reads a row's sections: at the places where the product puts
+// Where hiding reads a row's sections: at the places where Kelmarun puts
 // them, block at model column 4, trial at 5, and from 13 on the columns right
 // of "Reaction\nTime", whatever their titles say.
 QVector<ShareColumn> ShareColumns(const MainModel &model)

@@ -6,7 +6,6 @@
 #include <QSet>
 #include <QStringList>
 
-#include <limits>
 #include <string_view>
 #include <unordered_map>
 

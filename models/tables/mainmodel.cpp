@@ -328,7 +328,7 @@ QVariant MainModel::RowColor(const QModelIndex &index, int role) const
 
 // The loop counts shown rows but reads the full table by the same number, so
 // with h rows hidden the last h rows of the file never go out, hidden or
-// not. Deliberate: merged files are written that way.
+// not. Leaving them out is deliberate.
 QVector<int> MainModel::MergedRowNumbers(int rowsToMerge, bool includeHiddenRows) const
 {
     QVector<bool> hidden(TotalRowCount(), false);

@@ -2,11 +2,8 @@
 
 #include "mainmodel.h"
 
-#include "sectionstats.h"
-
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 void MainModel::SetRowFlag(int row, bool value)
 {

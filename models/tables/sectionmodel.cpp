@@ -219,8 +219,8 @@ void SectionModel::KeepListsInPlace()
 }
 
 // Compares the record's type with the data selector, not the section
-// selector, and turns down the trial variable or code column on show. That
-// is deliberate: it decides which changes views hear of row by row.
+// selector, and turns down the trial variable or code column on show; both
+// are deliberate, as they decide which changes views hear of row by row.
 bool SectionModel::IsOnShow(const HiddenSectionStats &record) const
 {
     bool result = record.sectionType == dataType;

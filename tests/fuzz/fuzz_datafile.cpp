@@ -32,12 +32,12 @@ const int kWatchedCells = 200;
 // What a user would read in a message box is of no concern here.
 void IgnoreMessage(const QString &, const QString &) {}
 
-// A file of the product's own columns, for combining with the input.
+// A file of Kelmarun's own columns, for combining with the input.
 QString SecondFile()
 {
     static const QString path = FuzzEnvironment::Instance().Write(
         QStringLiteral("second.txt"),
-        DataFileBuilder().ProductTitles().Trials({"B1,T1,C,300", "B2,T2,E,512.9", "B1,T3,SC,", "B3,T1,NR,700"}).Bytes());
+        DataFileBuilder().KelmarunTitles().Trials({"B1,T1,C,300", "B2,T2,E,512.9", "B1,T3,SC,", "B3,T1,NR,700"}).Bytes());
     return path;
 }
 

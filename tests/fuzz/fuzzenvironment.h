@@ -16,8 +16,8 @@
 // What every fuzz target runs the program's code in: an offscreen
 // application with a temporary home, a directory for the files that carry
 // an input, message boxes answered as soon as they open, and the time limit
-// of what a user waits for. Made once, by the first call of Instance(), and kept for the
-// life of the process.
+// of what a user waits for. Made once, by the first call of Instance(), and
+// kept for the life of the process.
 class FuzzEnvironment
 {
 public:

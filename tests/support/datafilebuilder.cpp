@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-DataFileBuilder &DataFileBuilder::ProductTitles()
+DataFileBuilder &DataFileBuilder::KelmarunTitles()
 {
     return Titles({"Participant", "Session", "Block", "Block", "Trial", "Trial", "Trial", "Stimulus",
                    "Expected", "Actual", "Error", "Reaction", "", "Pressed Or", "Congruency", "Stimulus"},

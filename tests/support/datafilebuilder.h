@@ -23,12 +23,12 @@ public:
     // Titles given as "upper/lower" and joined by ",", such as
     // "Block/Name,Key,Reaction/Time"; a title without "/" has one line.
     DataFileBuilder &Columns(const QString &titles);
-    // The sixteen columns as the product writes them: twelve fixed fields
+    // The sixteen columns as Kelmarun writes them: twelve fixed fields
     // ("Block\nName" fourth, "Trial\nName" fifth, "Reaction\nTime" twelfth),
     // "Key", "Pressed Or\nReleased", one trial variable "Congruency" and
     // the code column "Stimulus\nSide".
-    DataFileBuilder &ProductTitles();
-    // A row of ProductTitles() from the values that matter to statistics.
+    DataFileBuilder &KelmarunTitles();
+    // A row of KelmarunTitles() from the values that matter to statistics.
     DataFileBuilder &Trial(const QString &block, const QString &trial, const QString &code,
                            const QString &rt, const QString &congruency = QStringLiteral("congruent"),
                            const QString &side = QStringLiteral("left"));

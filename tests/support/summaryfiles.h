@@ -3,7 +3,11 @@
 #include "datafilebuilder.h"
 #include "summaryresult.h"
 
+#include <QMetaType>
 #include <QTemporaryDir>
+
+// Settings as a column of data-driven tests.
+Q_DECLARE_METATYPE(SummarySettings)
 
 // Writes the data files of a participant summary test, one per participant
 // under the participant's name, and summarises them as the command-line

@@ -78,7 +78,7 @@ QString WindowDriver::ActionStates() const
 DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
 {
     DataFileBuilder builder;
-    builder.Experiment(experiment).ProductTitles();
+    builder.Experiment(experiment).KelmarunTitles();
     for (int i = 0; i < trials; ++i)
         builder.Trial(QStringLiteral("Practice"), QStringLiteral("T%1").arg(i + 1), QStringLiteral("C"),
                       QString::number(400 + i));
@@ -87,5 +87,5 @@ DataFileBuilder WindowDriver::Stroop(const QString &experiment, int trials)
 
 DataFileBuilder WindowDriver::Trials(const QString &trials)
 {
-    return DataFileBuilder().ProductTitles().Trials(trials.split(QStringLiteral(", ")).replaceInStrings(" ", ","));
+    return DataFileBuilder().KelmarunTitles().Trials(trials.split(QStringLiteral(", ")).replaceInStrings(" ", ","));
 }

@@ -65,10 +65,10 @@ public:
     // Row Colors.
     QString ActionStates() const;
 
-    // A small file of the product's columns for `experiment`, with `trials`
+    // A small file of Kelmarun's columns for `experiment`, with `trials`
     // correct rows in one block, reaction times 400, 401 and on.
     static DataFileBuilder Stroop(const QString &experiment, int trials);
-    // Trials of the product's columns, given as "block trial code time
+    // Trials of Kelmarun's columns, given as "block trial code time
     // [congruency [side]]" and joined by ", ".
     static DataFileBuilder Trials(const QString &trials);
     // Reaction times 300, 100 and 200 in blocks B2, B1 and B3; the second an error.

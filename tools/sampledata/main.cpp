@@ -1,5 +1,5 @@
 // Writes sample data files: one file, or one experiment's files for several
-// participants, as the product writes them.
+// participants, as Kelmarun writes them.
 
 #include "samplefilewriter.h"
 

@@ -26,7 +26,7 @@ struct SampleFileOptions
     int blocks = 0;
 };
 
-// Writes data files that look like the product's: a dotted or legacy
+// Writes data files that look like Kelmarun's: a dotted or legacy
 // header, the two title rows, and one line per trial with codes, reaction
 // times, blocks and trials of a design. The same options always give the
 // same bytes.
@@ -37,9 +37,6 @@ public:
 
     // False for an unknown design or counts that make no file.
     bool IsValid() const;
-    // Fields of a line: twelve fixed ones, "Key", "Pressed Or\nReleased",
-    // then the trial variables and code columns.
-    int FieldCount() const { return kFixedFields + columns.size(); }
     bool Write(QIODevice *device) const;
     bool Write(const QString &path) const;
 
@@ -48,6 +45,8 @@ public:
     static QStringList WriteParticipants(const QString &directory, int count, const SampleFileOptions &options);
 
 private:
+    // Fields of a line before the trial variables and code columns: twelve
+    // fixed ones, "Key" and "Pressed Or\nReleased".
     static const int kFixedFields = 14;
 
     struct Block
