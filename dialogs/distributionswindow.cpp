@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -51,6 +52,10 @@ DistributionsWindow::DistributionsWindow(AnalysisSession &session, QWidget *pare
     , ui(std::make_unique<Ui::DistributionsWindow>())
 {
     ui->setupUi(this);
+    // The controls scroll only up and down, where the screen is too short
+    // for them: their column is as wide as they are.
+    ui->controlsScroll->setMinimumWidth(ui->controlsPanel->minimumSizeHint().width()
+                                        + ui->controlsScroll->verticalScrollBar()->sizeHint().width());
     FitToScreen();
     ui->settingsPanel->SetSession(session, SummarySettingsPanel::View::Plot);
     connect(ui->plotKindBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DistributionsWindow::Redraw);
@@ -154,9 +159,11 @@ void DistributionsWindow::EnableChoices()
         choice->setEnabled(kind == PlotKind::Histogram);
 }
 
+// Each plot scrolls where the window is smaller than the plot can be read
+// at; the figure is the whole plot.
 QWidget *DistributionsWindow::PlotInView() const
 {
-    return ui->plotStack->currentWidget();
+    return qobject_cast<QScrollArea *>(ui->plotStack->currentWidget())->widget();
 }
 
 void DistributionsWindow::ShowMessage(const QString &text)

@@ -12,8 +12,8 @@ AccuracyPlot::AccuracyPlot(QWidget *parent)
 }
 
 // Accuracy runs up to 1 and down to chance for two choices or below,
-// in tenths, so that conditions near ceiling are not spread over the
-// whole height.
+// from a whole tenth, so that conditions near ceiling are not spread over
+// the whole height.
 void AccuracyPlot::Show(const ConditionalAccuracy &accuracy)
 {
     if (ShowLines(accuracy.Lines(), tr("No participant has %1 correct or incorrect trials with a time in a condition")
@@ -21,7 +21,7 @@ void AccuracyPlot::Show(const ConditionalAccuracy &accuracy)
         double lowest = 0.5;
         for (const PlotLine &line : accuracy.Lines())
             lowest = std::min(lowest, *std::min_element(line.y.begin(), line.y.end()));
-        setAxisScale(QwtPlot::yLeft, std::floor(lowest * 10) / 10, 1, 0.1);
+        SetAxisRange(QwtPlot::yLeft, std::floor(lowest * 10) / 10, 1);
     }
     replot();
 }

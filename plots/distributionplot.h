@@ -1,12 +1,14 @@
 #pragma once
 
+#include <qwt_interval.h>
 #include <qwt_plot.h>
 
 class QwtPlotTextLabel;
 
 // What every distribution plot shares: a white canvas with a light grid,
-// axes titled with their units, and a message said on the canvas where
-// there is nothing to draw, in place of an empty frame.
+// axes titled with their units and only as many ticks as their labels have
+// room for, and a message said on the canvas where there is nothing to
+// draw, in place of an empty frame.
 class DistributionPlot : public QwtPlot
 {
     Q_OBJECT
@@ -27,9 +29,20 @@ protected:
     // Takes away the data drawn and the message, keeping the grid.
     void Clear();
     void SetAxisTitles(const QString &x, const QString &y);
-    // Gives an axis the scale engine's rounded bounds around min to max.
+    // Gives an axis the scale engine's rounded bounds around min to max,
+    // ruled again whenever the plot's size changes.
     void SetAxisRange(int axis, double min, double max);
 
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    void ApplyAxisRange(int axis);
+    // Lets each axis have as many major ticks as its labels fit side by
+    // side along the canvas; returns whether an axis changed.
+    bool FitTicks();
+    int TicksThatFit(int axis) const;
+
     QwtPlotTextLabel *message;
+    // What SetAxisRange was asked for, by axis.
+    QwtInterval ranges[QwtPlot::axisCnt];
 };

@@ -10,13 +10,19 @@
 #include <qwt_plot_marker.h>
 #include <qwt_text.h>
 
+#include <QFontMetrics>
+#include <QLayout>
+#include <QScrollArea>
+
 #include <cmath>
 #include <numeric>
 
 namespace {
 
-const int kMinimumWidth = 200;
-const int kMinimumHeight = 150;
+const int kMinimumWidth = 190;
+// The height of the smallest canvas, in lines of the count axis's labels:
+// enough for a few of them and the shape of the bars.
+const int kCanvasLines = 4;
 
 int Sum(const QVector<int> &counts)
 {
@@ -39,9 +45,21 @@ HistogramPlot::HistogramPlot(QWidget *parent)
     auto *legend = new QwtLegend;
     insertLegend(legend, QwtPlot::TopLegend);
     legend->setMaxColumns(1);
-    // Six panels in three rows fit a window of ordinary height; below its
-    // own minimum a panel squeezes its canvas rather than the window growing.
-    setMinimumSize(kMinimumWidth, kMinimumHeight);
+    // Its lines stand close, and in a narrow panel a long name is cut at
+    // the panel's edge rather than given scroll bars that take the room of
+    // its lines.
+    legend->contentsWidget()->layout()->setSpacing(0);
+    if (auto *view = legend->findChild<QScrollArea *>()) {
+        view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+    // A panel shrinks to what its legend, its axes and a small canvas need,
+    // not only to its preferred size: where that is still too tall for
+    // six, the grid scrolls. Its width is kept to one that two columns
+    // fit beside the controls, however long a condition's name.
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    canvas()->setMinimumHeight(QFontMetrics(axisFont(QwtPlot::yLeft)).height() * kCanvasLines);
+    setMinimumWidth(kMinimumWidth);
 }
 
 void HistogramPlot::Show(const std::shared_ptr<const HistogramBins> &bins, int series)

@@ -6,7 +6,7 @@ VincentilePlot::VincentilePlot(QWidget *parent)
     : LinePlot(parent)
 {
     SetAxisTitles(tr("Reaction time (ms)"), tr("Cumulative probability"));
-    setAxisScale(QwtPlot::yLeft, 0, 1, 0.1);
+    SetAxisRange(QwtPlot::yLeft, 0, 1);
 }
 
 void VincentilePlot::Show(const Vincentiles &vincentiles)

@@ -69,6 +69,17 @@ class TestDistributionsWindow : public QObject
                                                                        "B1 T2 C 440 inc, B1 T2 E 380 inc")),
                           driver->Write("p2.txt", WindowDriver::Trials("B1 T1 C 500 con, B1 T1 C 520 con"))});
     }
+    // p1.txt: six conditions c1 to c6 of five correct times and an error
+    // each, enough for a line of every plot in each.
+    void OpenSix()
+    {
+        QStringList trials;
+        for (int condition = 1; condition <= 6; ++condition) {
+            for (int trial = 0; trial < 6; ++trial)
+                trials << QStringLiteral("B1 T1 %1 %2 c%3").arg(trial ? "C" : "E").arg(300 + 150 * trial + condition).arg(condition);
+        }
+        driver->AddFiles({driver->Write("p1.txt", WindowDriver::Trials(trials.join(", ")))});
+    }
     void OpenWindow()
     {
         driver->Trigger("actionDistributions");
@@ -184,6 +195,40 @@ private slots:
 
         Window()->close();
         QCOMPARE(QSettings().value("Analysis/min").toString(), QString("310"));
+    }
+
+    // With six conditions, whatever the plot, the window can be as narrow as
+    // a 1400-pixel screen and as low as a 768-pixel one, below its title
+    // bar, magnified 1.5 times: the plots scroll rather than the window
+    // growing, and the controls too.
+    void fitsASmallScreenWithSixConditions_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("plot");
+        QTest::newRow("histogram") << int(DistributionsWindow::PlotKind::Histogram) << QString();
+        QTest::newRow("vincentiles") << int(DistributionsWindow::PlotKind::Vincentiles) << "vincentilePlot";
+        QTest::newRow("conditional accuracy") << int(DistributionsWindow::PlotKind::ConditionalAccuracy)
+                                              << "accuracyPlot";
+        QTest::newRow("delta") << int(DistributionsWindow::PlotKind::Delta) << "deltaPlot";
+    }
+
+    void fitsASmallScreenWithSixConditions()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, plot);
+        const QSize screen = QSize(1400, 768) / 1.5;
+        const int titleBar = 32;
+        OpenSix();
+        driver->ClickRows({0});
+        OpenWindow();
+        ByCongruency();
+        Choose("participantBox", 1);
+        QCOMPARE(Histogram().count("kept"), 6);
+        Choose("plotKindBox", kind);
+        QVERIFY(plot.isEmpty() || Find<DistributionPlot>(plot)->Message().isEmpty());
+        const QSize least = Window()->minimumSizeHint();
+        QVERIFY2(least.width() <= screen.width() && least.height() <= screen.height() - titleBar,
+                 qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
     }
 
     // The numbers behind the plot in view, with their header.

@@ -19,6 +19,8 @@
 
 #include <qwt_plot_marker.h>
 #include <qwt_scale_div.h>
+#include <qwt_scale_draw.h>
+#include <qwt_scale_map.h>
 
 #include <QSvgRenderer>
 #include <QTemporaryDir>
@@ -48,16 +50,40 @@ SummaryResult TwoConditions(const SummarySettings &settings)
     return files.Run(settings);
 }
 
-// One participant with one correct time in each of `count` conditions
-// "c1", "c2", ...
+// One participant with two correct times, 300 ms and more and near
+// 3000 ms, in each of `count` conditions "c1", "c2", ...: labels of four
+// digits on the time axis.
 SummaryResult Conditions(int count)
 {
     QStringList rows;
     for (int i = 1; i <= count; ++i)
-        rows << QStringLiteral("B1,T1,C,%1,c%2").arg(300 + 10 * i).arg(i);
+        rows << QStringLiteral("B1,T1,C,%1,c%2").arg(300 + 10 * i).arg(i)
+             << QStringLiteral("B1,T1,C,%1,c%2").arg(2900 + 10 * i).arg(i);
     SummaryFiles files;
     files.Participant("p1", rows);
     return files.Run(SummaryFiles::Settings(kByCongruency));
+}
+
+// Neighbouring major tick labels of an axis that run into each other, as
+// "a|b", joined by ", "; or how many labels there are where fewer than two.
+QString CrowdedLabels(const QwtPlot &plot, int axis)
+{
+    const QwtScaleDraw *draw = plot.axisScaleDraw(axis);
+    const QwtScaleMap map = plot.canvasMap(axis);
+    const QFont font = plot.axisFont(axis);
+    const QList<double> ticks = plot.axisScaleDiv(axis).ticks(QwtScaleDiv::MajorTick);
+    if (ticks.size() < 2)
+        return QStringLiteral("%1 labels").arg(ticks.size());
+    QStringList crowded;
+    for (int i = 1; i < ticks.size(); ++i) {
+        const QSizeF before = draw->labelSize(font, ticks[i - 1]);
+        const QSizeF after = draw->labelSize(font, ticks[i]);
+        const double needed = axis == QwtPlot::xBottom ? (before.width() + after.width()) / 2
+                                                       : (before.height() + after.height()) / 2;
+        if (std::abs(map.transform(ticks[i]) - map.transform(ticks[i - 1])) < needed)
+            crowded << draw->label(ticks[i - 1]).text() + "|" + draw->label(ticks[i]).text();
+    }
+    return crowded.join(", ");
 }
 
 QStringList Titles(const QwtPlot &plot, int rtti)
@@ -124,26 +150,33 @@ private slots:
     }
 
     // Up to three conditions stand one under the other, up to six in two
-    // columns. However small the grid, each axis has one title for all the
-    // panels, on one line and whole, and every panel's canvas has the same
-    // size, as shared scales ask.
+    // columns. However small the grid, and in a larger font, each axis has
+    // one title for all the panels, on one line and whole, every panel's
+    // canvas has the same size, as shared scales ask, and the labels along
+    // each axis stand apart: a short axis has fewer ticks.
     void histogramPanelsStayReadableUpToSixConditions_data()
     {
         QTest::addColumn<int>("conditions");
         QTest::addColumn<int>("columns");
-        QTest::newRow("one") << 1 << 1;
-        QTest::newRow("two") << 2 << 1;
-        QTest::newRow("three") << 3 << 1;
-        QTest::newRow("four") << 4 << 2;
-        QTest::newRow("six") << 6 << 2;
-        QTest::newRow("seven") << 7 << 3;
+        QTest::addColumn<double>("fontScale");
+        QTest::newRow("one") << 1 << 1 << 1.0;
+        QTest::newRow("two") << 2 << 1 << 1.0;
+        QTest::newRow("three") << 3 << 1 << 1.0;
+        QTest::newRow("four") << 4 << 2 << 1.0;
+        QTest::newRow("six") << 6 << 2 << 1.0;
+        QTest::newRow("six, larger font") << 6 << 2 << 1.5;
+        QTest::newRow("seven") << 7 << 3 << 1.0;
     }
 
     void histogramPanelsStayReadableUpToSixConditions()
     {
         QFETCH(int, conditions);
         QFETCH(int, columns);
+        QFETCH(double, fontScale);
         HistogramGrid grid;
+        QFont font = grid.font();
+        font.setPointSizeF(font.pointSizeF() * fontScale);
+        grid.setFont(font);
         grid.Show(HistogramBins(Conditions(conditions), ParticipantChoice()));
         grid.resize(grid.minimumSizeHint());
         grid.show();
@@ -151,7 +184,12 @@ private slots:
         QSet<int> lefts;
         QSet<QString> canvases;
         QString panelTitles;
+        QStringList crowded;
         for (const HistogramPlot *panel : grid.Panels()) {
+            for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+                if (!CrowdedLabels(*panel, axis).isEmpty())
+                    crowded << CrowdedLabels(*panel, axis);
+            }
             lefts.insert(panel->x());
             canvases.insert(QStringLiteral("%1x%2").arg(panel->canvas()->width()).arg(panel->canvas()->height()));
             panelTitles += panel->axisTitle(QwtPlot::xBottom).text() + panel->axisTitle(QwtPlot::yLeft).text();
@@ -160,8 +198,9 @@ private slots:
         QCOMPARE(lefts.size(), columns);
         QCOMPARE(canvases.size(), 1);
         QCOMPARE(panelTitles, QString());
+        QCOMPARE(crowded.join("; "), QString());
         QCOMPARE(Titles(*grid.Panels().last(), QwtPlotItem::Rtti_PlotHistogram),
-                 (QStringList{"0 removed", QStringLiteral("c%1 (1 kept)").arg(conditions)}));
+                 (QStringList{"0 removed", QStringLiteral("c%1 (2 kept)").arg(conditions)}));
         const QFontMetrics metrics(grid.Panels()[0]->axisTitle(QwtPlot::yLeft).font());
         QStringList shared;
         for (const AxisTitle *title : grid.findChildren<AxisTitle *>()) {
