@@ -49,12 +49,15 @@ QRectF LabelRect(const QwtText &text, Qt::Alignment place, int spacing, const QF
 }
 
 // Whether a label at `rect` stands whole on the canvas, crossed by none of
-// the lines at `xs` and clear of the labels `placed` before it.
+// the lines at `xs` and clear of the labels `placed` before it by half a
+// line, so that two labels end to end do not read as one.
 bool IsFree(const QRectF &rect, const QRectF &canvas, const QVector<double> &xs, const QVector<QRectF> &placed)
 {
+    const double gap = rect.width() / 2;
+    const QRectF apart = rect.adjusted(-gap, -gap, gap, gap);
     return canvas.contains(rect)
            && std::none_of(xs.begin(), xs.end(), [&rect](double x) { return rect.left() < x && x < rect.right(); })
-           && std::none_of(placed.begin(), placed.end(), [&rect](const QRectF &other) { return other.intersects(rect); });
+           && std::none_of(placed.begin(), placed.end(), [&apart](const QRectF &other) { return other.intersects(apart); });
 }
 
 Qt::Alignment Mirrored(Qt::Alignment place)
