@@ -57,7 +57,8 @@ bool IsFree(const QRectF &rect, const QRectF &canvas, const QVector<double> &xs,
     const QRectF apart = rect.adjusted(-gap, -gap, gap, gap);
     return canvas.contains(rect)
            && std::none_of(xs.begin(), xs.end(), [&rect](double x) { return rect.left() < x && x < rect.right(); })
-           && std::none_of(placed.begin(), placed.end(), [&apart](const QRectF &other) { return other.intersects(apart); });
+           && std::none_of(placed.begin(), placed.end(),
+                           [&apart](const QRectF &other) { return other.intersects(apart); });
 }
 
 Qt::Alignment Mirrored(Qt::Alignment place)
