@@ -27,7 +27,7 @@ public:
 
 protected:
     // Takes away the data drawn and the message, keeping the grid.
-    void Clear();
+    virtual void Clear();
     void SetAxisTitles(const QString &x, const QString &y);
     // Gives an axis the scale engine's rounded bounds around min to max,
     // ruled again whenever the plot's size changes.

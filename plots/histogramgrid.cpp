@@ -117,6 +117,12 @@ void HistogramGrid::SetPanelCount(int count)
     for (int i = 0; i < count; ++i)
         grid->addWidget(panels[i], i / columns, i % columns + 1);
     grid->addWidget(timeTitle, rows, 1, 1, columns);
+    // Room beyond the panels' least is shared evenly by their rows, not by
+    // their preferred heights, which grow with the ticks a taller axis is
+    // given: one row taller than the others would stay so. Rows left from
+    // more panels take none.
+    for (int row = 0; row < grid->rowCount(); ++row)
+        grid->setRowStretch(row, row < rows ? 1 : 0);
     timeTitle->SetText(TitleFor(*panels[0], tr("Reaction time (ms)")));
     countTitle->SetText(TitleFor(*panels[0], tr("Correct trials (count)")));
 }

@@ -8,12 +8,14 @@
 #include <qwt_plot_histogram.h>
 #include <qwt_legend.h>
 #include <qwt_plot_marker.h>
+#include <qwt_scale_map.h>
 #include <qwt_text.h>
 
 #include <QFontMetrics>
 #include <QLayout>
 #include <QScrollArea>
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -32,6 +34,36 @@ int Sum(const QVector<int> &counts)
 QString TimeText(double time)
 {
     return FixedPoint::Text(time, 0) + QStringLiteral(" ms");
+}
+
+// Where the vertical label `text` of a line at `x` stands on the canvas:
+// on the side of the line and at the end of the canvas that `place` says.
+QRectF LabelRect(const QwtText &text, Qt::Alignment place, int spacing, const QFont &font, const QRectF &canvas,
+                 double x)
+{
+    const QSizeF along = text.textSize(font);
+    const QSizeF size(along.height(), along.width());
+    const double left = place & Qt::AlignLeft ? x - spacing - size.width() : x + spacing;
+    const double top = place & Qt::AlignTop ? canvas.top() + spacing : canvas.bottom() - spacing - size.height();
+    return QRectF(QPointF(left, top), size);
+}
+
+// Whether a label at `rect` stands whole on the canvas, crossed by none of
+// the lines at `xs` and clear of the labels `placed` before it by half a
+// line, so that two labels end to end do not read as one.
+bool IsFree(const QRectF &rect, const QRectF &canvas, const QVector<double> &xs, const QVector<QRectF> &placed)
+{
+    const double gap = rect.width() / 2;
+    const QRectF apart = rect.adjusted(-gap, -gap, gap, gap);
+    return canvas.contains(rect)
+           && std::none_of(xs.begin(), xs.end(), [&rect](double x) { return rect.left() < x && x < rect.right(); })
+           && std::none_of(placed.begin(), placed.end(),
+                           [&apart](const QRectF &other) { return other.intersects(apart); });
+}
+
+Qt::Alignment Mirrored(Qt::Alignment place)
+{
+    return (place & ~Qt::AlignHorizontal_Mask) | (place & Qt::AlignLeft ? Qt::AlignRight : Qt::AlignLeft);
 }
 
 } // namespace
@@ -78,6 +110,18 @@ void HistogramPlot::Show(const std::shared_ptr<const HistogramBins> &bins, int s
     AddLine(bars.upperCriterion, tr("criterion %1"), Qt::DashLine, Qt::AlignRight | Qt::AlignTop);
     AddLine(bins->LowerBound(), tr("min %1"), Qt::DotLine, Qt::AlignLeft | Qt::AlignBottom);
     AddLine(bins->UpperBound(), tr("max %1"), Qt::DotLine, Qt::AlignRight | Qt::AlignBottom);
+    QStringList values;
+    for (const QwtPlotItem *line : itemList(QwtPlotItem::Rtti_PlotMarker))
+        values << line->title().text();
+    canvas()->setToolTip(values.join(QLatin1Char('\n')));
+}
+
+// The lines go, and with them what the tooltip says of them.
+void HistogramPlot::Clear()
+{
+    DistributionPlot::Clear();
+    ownPlaces.clear();
+    canvas()->setToolTip(QString());
 }
 
 void HistogramPlot::SetRanges(const QwtInterval &times, const QwtInterval &counts)
@@ -114,9 +158,47 @@ void HistogramPlot::AddLine(double time, const QString &label, Qt::PenStyle styl
     QFont font = text.font();
     font.setPointSizeF(font.pointSizeF() * 0.85);
     text.setFont(font);
-    line->setLabel(text);
+    line->setTitle(text);
     line->setLabelAlignment(place);
+    ownPlaces.insert(line, place);
     line->setLabelOrientation(Qt::Vertical);
     line->setZ(30);
     line->attach(this);
+}
+
+// Each line's label is decided anew for the canvas being drawn, on screen
+// or in an export: in the order the lines were added, criteria before
+// bounds, a line is labelled with its name and value where that fits the
+// canvas whole, clear of the other lines and of the labels already placed,
+// on its own side of the line or else on the other; failing both, with its
+// value alone, placed the same way; and otherwise not at all rather than
+// cut.
+void HistogramPlot::drawItems(QPainter *painter, const QRectF &canvasRect, const QwtScaleMap maps[axisCnt]) const
+{
+    const QwtPlotItemList lines = itemList(QwtPlotItem::Rtti_PlotMarker);
+    QVector<double> xs;
+    for (const QwtPlotItem *item : lines)
+        xs << maps[QwtPlot::xBottom].transform(static_cast<const QwtPlotMarker *>(item)->xValue());
+    QVector<QRectF> placed;
+    for (int i = 0; i < lines.size(); ++i) {
+        auto *line = static_cast<QwtPlotMarker *>(lines[i]);
+        QwtText value = line->title();
+        value.setText(TimeText(line->xValue()));
+        const Qt::Alignment own = ownPlaces.value(line);
+        const std::pair<QwtText, Qt::Alignment> choices[]
+            = {{line->title(), own}, {line->title(), Mirrored(own)}, {value, own}, {value, Mirrored(own)}};
+        QwtText shown;
+        for (const auto &[text, place] : choices) {
+            const QRectF rect = LabelRect(text, place, line->spacing(), painter->font(), canvasRect, xs[i]);
+            if (IsFree(rect, canvasRect, xs, placed)) {
+                placed << rect;
+                shown = text;
+                line->setLabelAlignment(place);
+                break;
+            }
+        }
+        if (line->label().text() != shown.text())
+            line->setLabel(shown);
+    }
+    DistributionPlot::drawItems(painter, canvasRect, maps);
 }

@@ -103,6 +103,51 @@ QList<double> MarkerTimes(const QwtPlot &plot)
     return times;
 }
 
+// How a panel's lines are labelled, a line each as "name value: label",
+// where the label is what stands at the line, or "(none)"; and after them
+// each label that is cut by the canvas's edge, runs into another label or
+// is crossed by another line.
+QStringList LineLabels(const HistogramPlot &panel)
+{
+    const QwtPlotItemList lines = panel.itemList(QwtPlotItem::Rtti_PlotMarker);
+    const QwtScaleMap map = panel.canvasMap(QwtPlot::xBottom);
+    const QRectF canvas = panel.canvas()->contentsRect();
+    QStringList said;
+    QVector<QRectF> rects;
+    for (const QwtPlotItem *item : lines) {
+        const auto *line = static_cast<const QwtPlotMarker *>(item);
+        said << line->title().text() + ": " + (line->label().isEmpty() ? "(none)" : line->label().text());
+        if (line->label().isEmpty())
+            continue;
+        const QSizeF along = line->label().textSize(panel.canvas()->font());
+        const double x = map.transform(line->xValue());
+        const Qt::Alignment place = line->labelAlignment();
+        const double left = place & Qt::AlignLeft ? x - along.height() : x;
+        const double top = place & Qt::AlignTop ? canvas.top() : canvas.bottom() - along.width();
+        const QRectF rect(left, top, along.height(), along.width());
+        if (!canvas.contains(rect))
+            said << line->label().text() + " cut";
+        for (const QRectF &other : rects) {
+            if (other.intersects(rect))
+                said << line->label().text() + " runs into another";
+        }
+        for (const QwtPlotItem *other : lines) {
+            const double otherX = map.transform(static_cast<const QwtPlotMarker *>(other)->xValue());
+            if (rect.left() + 1 < otherX && otherX < rect.right() - 1)
+                said << line->label().text() + " crossed";
+        }
+        rects << rect;
+    }
+    return said;
+}
+
+// "lowest to highest" of `sizes` where they differ by more than a pixel.
+QString Spread(const QVector<int> &sizes)
+{
+    const auto [lowest, highest] = std::minmax_element(sizes.begin(), sizes.end());
+    return *highest - *lowest <= 1 ? QString() : QStringLiteral("%1 to %2").arg(*lowest).arg(*highest);
+}
+
 ParticipantChoice Only(int participant)
 {
     ParticipantChoice choice;
@@ -150,10 +195,11 @@ private slots:
     }
 
     // Up to three conditions stand one under the other, up to six in two
-    // columns. However small the grid, and in a larger font, each axis has
-    // one title for all the panels, on one line and whole, every panel's
-    // canvas has the same size, as shared scales ask, and the labels along
-    // each axis stand apart: a short axis has fewer ticks.
+    // columns. At the grid's least size and with room to spare, and in a
+    // larger font, each axis has one title for all the panels, on one line
+    // and whole, every panel's canvas has the same size, as shared scales
+    // ask, and the labels along each axis stand apart: a short axis has
+    // fewer ticks.
     void histogramPanelsStayReadableUpToSixConditions_data()
     {
         QTest::addColumn<int>("conditions");
@@ -181,35 +227,59 @@ private slots:
         grid.resize(grid.minimumSizeHint());
         grid.show();
         QVERIFY(QTest::qWaitForWindowExposed(&grid));
-        QSet<int> lefts;
-        QSet<QString> canvases;
-        QString panelTitles;
-        QStringList crowded;
-        for (const HistogramPlot *panel : grid.Panels()) {
-            for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
-                if (!CrowdedLabels(*panel, axis).isEmpty())
-                    crowded << CrowdedLabels(*panel, axis);
-            }
-            lefts.insert(panel->x());
-            canvases.insert(QStringLiteral("%1x%2").arg(panel->canvas()->width()).arg(panel->canvas()->height()));
-            panelTitles += panel->axisTitle(QwtPlot::xBottom).text() + panel->axisTitle(QwtPlot::yLeft).text();
-        }
-        QCOMPARE(grid.Panels().size(), conditions);
-        QCOMPARE(lefts.size(), columns);
-        QCOMPARE(canvases.size(), 1);
-        QCOMPARE(panelTitles, QString());
-        QCOMPARE(crowded.join("; "), QString());
-        QCOMPARE(Titles(*grid.Panels().last(), QwtPlotItem::Rtti_PlotHistogram),
-                 (QStringList{"0 removed", QStringLiteral("c%1 (2 kept)").arg(conditions)}));
-        const QFontMetrics metrics(grid.Panels()[0]->axisTitle(QwtPlot::yLeft).font());
-        QStringList shared;
-        for (const AxisTitle *title : grid.findChildren<AxisTitle *>()) {
-            const QSize room = title->size();
-            const bool whole = std::max(room.width(), room.height()) >= metrics.horizontalAdvance(title->Text())
-                               && std::min(room.width(), room.height()) >= metrics.height();
-            shared << title->Text() + (whole ? "" : " (cut)");
-        }
-        QCOMPARE(shared, (QStringList{"Reaction time (ms)", "Correct trials (count)"}));
+        CheckPanels(grid, conditions, columns);
+        if (QTest::currentTestFailed())
+            return;
+        // Room beyond the panels' least is shared evenly.
+        grid.resize(grid.minimumSizeHint() + QSize(300, 400));
+        QApplication::processEvents();
+        CheckPanels(grid, conditions, columns);
+    }
+
+    // Every line's name and value can be read on every panel, large or
+    // small: at the line where its label fits whole, clear of the other
+    // lines and labels, and in the canvas's tooltip in any case. Here p1's
+    // lower criterion in con, near 273 ms, stands close to the lower bound.
+    void histogramLinesCanBeReadAtEverySize_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<double>("fontScale");
+        QTest::newRow("small") << QSize(0, 0) << 1.0;
+        QTest::newRow("small, larger font") << QSize(0, 0) << 1.5;
+        QTest::newRow("large") << QSize(1000, 900) << 1.0;
+    }
+
+    void histogramLinesCanBeReadAtEverySize()
+    {
+        QFETCH(QSize, size);
+        QFETCH(double, fontScale);
+        HistogramGrid grid;
+        QFont font = grid.font();
+        font.setPointSizeF(font.pointSizeF() * fontScale);
+        grid.setFont(font);
+        grid.Show(HistogramBins(TwoConditions(SummaryFiles::Settings(kByCongruency, Procedure::Nonrecursive, "265",
+                                                                     "3000")),
+                                Only(0)));
+        grid.resize(size.expandedTo(grid.minimumSizeHint()));
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        grid.grab();
+        const HistogramPlot &con = *grid.Panels()[0];
+        const QStringList labels = LineLabels(con);
+        QVERIFY2(labels.filter(QRegularExpression(" (cut|runs into another|crossed)$")).isEmpty(),
+                 qPrintable(labels.join("; ")));
+        QStringList names;
+        for (const QString &label : labels)
+            names << label.section(": ", 0, 0);
+        QCOMPARE(names, (QStringList{"criterion 273 ms", "criterion 533 ms", "min 265 ms", "max 3000 ms"}));
+        QCOMPARE(con.canvas()->toolTip(), names.join('\n'));
+        // With room, every line is labelled with its name, the close pair
+        // on either side of the two lines.
+        if (!size.isEmpty())
+            QCOMPARE(labels.filter(QRegularExpression("^(.*): \\1$")), labels);
+        // A message in place of the lines takes their values away.
+        grid.ShowMessage("No participant selected");
+        QCOMPARE(con.canvas()->toolTip(), QString());
     }
 
     void linesAreNamedWithTheirParticipants()
@@ -349,6 +419,46 @@ private slots:
     }
 
 private:
+    // One canvas size for all the panels, as shared scales ask, the panels
+    // in `columns` columns, each axis titled once and whole, and the labels
+    // along each axis apart.
+    static void CheckPanels(const HistogramGrid &grid, int conditions, int columns)
+    {
+        QSet<int> lefts;
+        QVector<int> widths;
+        QVector<int> heights;
+        QString panelTitles;
+        QStringList crowded;
+        for (const HistogramPlot *panel : grid.Panels()) {
+            for (const int axis : {QwtPlot::xBottom, QwtPlot::yLeft}) {
+                if (!CrowdedLabels(*panel, axis).isEmpty())
+                    crowded << CrowdedLabels(*panel, axis);
+            }
+            lefts.insert(panel->x());
+            widths << panel->canvas()->width();
+            heights << panel->canvas()->height();
+            panelTitles += panel->axisTitle(QwtPlot::xBottom).text() + panel->axisTitle(QwtPlot::yLeft).text();
+        }
+        QCOMPARE(grid.Panels().size(), conditions);
+        QCOMPARE(lefts.size(), columns);
+        // Canvases may differ by the pixel the layout has left over.
+        QCOMPARE(Spread(widths), QString());
+        QCOMPARE(Spread(heights), QString());
+        QCOMPARE(panelTitles, QString());
+        QCOMPARE(crowded.join("; "), QString());
+        QCOMPARE(Titles(*grid.Panels().last(), QwtPlotItem::Rtti_PlotHistogram),
+                 (QStringList{"0 removed", QStringLiteral("c%1 (2 kept)").arg(conditions)}));
+        const QFontMetrics metrics(grid.Panels()[0]->axisTitle(QwtPlot::yLeft).font());
+        QStringList shared;
+        for (const AxisTitle *title : grid.findChildren<AxisTitle *>()) {
+            const QSize room = title->size();
+            const bool whole = std::max(room.width(), room.height()) >= metrics.horizontalAdvance(title->Text())
+                               && std::min(room.width(), room.height()) >= metrics.height();
+            shared << title->Text() + (whole ? "" : " (cut)");
+        }
+        QCOMPARE(shared, (QStringList{"Reaction time (ms)", "Correct trials (count)"}));
+    }
+
     static bool ContainsColor(const QImage &image, const QColor &color)
     {
         for (int y = 0; y < image.height(); ++y) {
