@@ -69,7 +69,13 @@ private:
         double counts[4] = {};
         double sums[4] = {};
 
-        void AddToSlot(int slot, int rt);
+        void AddToSlot(int slot, int rt)
+        {
+            if (slot < 0)
+                return;
+            counts[slot] += 1;
+            sums[slot] += rt;
+        }
         void Add(const Totals &other);
         SectionStats Record(const QString &name) const;
     };
@@ -97,6 +103,7 @@ private:
 
     void AddToMissing(qint64 present, int slot, int rt);
     void CountBatch();
+    void CountLine(const LineCells &line, int slot, int rt, int first, int last);
     void AddMissing(const MissingCells &missing);
 
     const StatisticsPlan &plan;
@@ -111,5 +118,7 @@ private:
     // where the tallies find it when these statistics move.
     std::unique_ptr<QSet<QString>> knownNames;
     std::vector<Tally> tallies;
+    // The field of the line each tally counts, -1 for the "Flag" column.
+    std::vector<qint64> fields;
     quint64 timeMagnitudes = 0;
 };
