@@ -135,7 +135,6 @@ void DataFile::Combine(const DataFile &other)
     titleMarks.insert(titleMarks.end(), other.titleMarks.cbegin(), other.titleMarks.cend());
     mainModel.AppendRows(other.mainModel);
     overall.Add(other.overall);
-    overall.Finish();
     sectionModel.MergeSections(other.sectionModel);
 }
 
@@ -177,7 +176,6 @@ void DataFile::HideSelectedRows(const QVector<int> &selected)
         if (share.sectionType == 0)
             overall.Subtract(share);
     }
-    overall.Finish();
 }
 
 void DataFile::ShowAllRows()
@@ -189,7 +187,6 @@ void DataFile::ShowAllRows()
         if (share->sectionType == 0)
             overall.Add(*share);
     }
-    overall.Finish();
     sectionModel.RestoreHiddenStats();
 }
 

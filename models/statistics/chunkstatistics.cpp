@@ -366,14 +366,12 @@ bool ChunkStatistics::OrderFree() const
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
     *overall = this->overall.Record(QString());
-    overall->Finish();
     QVector<QVector<SectionStats>> sections;
     sections.reserve(int(tallies.size()));
     // Each tally goes as soon as its records stand, so that the two are
     // not held whole at once.
     for (Tally &tally : tallies) {
         sections.append(tally.Sections());
-        FinishAll(sections.last());
         tally = Tally(text, *knownNames, false);
     }
     return sections;

@@ -55,8 +55,8 @@ public:
     void Merge(const ChunkStatistics &later);
     // Whether rows added in any order give the same result as in row order.
     bool OrderFree() const;
-    // Fills percentages and averages; the sections of each section column
-    // in plan order.
+    // The whole-file record and the sections of each section column in
+    // plan order.
     QVector<QVector<SectionStats>> Finish(SectionStats *overall);
 
 private:

@@ -352,10 +352,8 @@ void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChan
         sections.Erase(section);
         if (announce)
             endRemoveRows();
-    } else {
-        stats.Finish();
-        if (announce)
-            EmitRowChanged(row);
+    } else if (announce) {
+        EmitRowChanged(row);
     }
 }
 
@@ -374,7 +372,6 @@ void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionCh
     } else {
         sections.Record(section).Add(record);
     }
-    sections.Record(section).Finish();
     if (announce)
         EmitRowChanged(sections.RowOf(section));
 }
