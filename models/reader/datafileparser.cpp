@@ -182,6 +182,7 @@ void DataFileParser::ReadRows(qint64 begin)
         for (int part = 0; part < parts; ++part)
             RowChunk::ReadLines(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
                                 [&](const LineCells &line) { statistics->AddLine(line); });
+        statistics->EndLines();
     }
     BuildColumns(std::make_shared<const RowTable>(text, std::move(indexed)));
 }
