@@ -282,9 +282,12 @@ void ChunkStatistics::Batch::Clear()
     times.clear();
 }
 
+// The batch's room goes with its last rows: a line of many cells makes it
+// megabytes, which would stand beside the records made next.
 void ChunkStatistics::EndLines()
 {
     CountBatch();
+    batch = Batch();
     if (!inRowOrder)
         AddMissing(*missing);
 }
