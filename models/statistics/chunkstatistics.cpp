@@ -215,11 +215,15 @@ ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &tex
     , missing(std::make_unique<MissingCells>())
     , knownNames(std::make_unique<QSet<QString>>())
 {
-    tallies.reserve(size_t(plan.sections.size()));
-    for (const SectionColumn &section : plan.sections) {
+    const int sections = plan.sections.size();
+    tallyBlocks.resize(size_t((sections + kColumnBlock - 1) / kColumnBlock));
+    for (int i = 0; i < sections; ++i) {
+        const SectionColumn &section = plan.sections[i];
         // Model column c is field c - 1 of the line.
         fields.push_back(section.column - 1);
-        tallies.emplace_back(text, *knownNames, section.kind == 0);
+        std::vector<Tally> &block = tallyBlocks[size_t(i / kColumnBlock)];
+        block.reserve(size_t(qMin(kColumnBlock, sections - i / kColumnBlock * kColumnBlock)));
+        block.emplace_back(text, *knownNames, section.kind == 0);
         countsOverall = countsOverall || section.kind == 0;
     }
 }
@@ -296,7 +300,7 @@ void ChunkStatistics::AddToMissing(qint64 present, int slot, int rt)
 {
     const qint64 lastColumn = fields.empty() ? 0 : fields.back() + 1;
     if (lines++ == 0 && !fields.empty() && fields.front() < 0)
-        tallies[0].NoName();
+        TallyAt(0).NoName();
     missing->all.AddRow(slot, rt);
     if (present > lastColumn)
         return;
@@ -321,14 +325,24 @@ void ChunkStatistics::CountBatch()
     batch.Clear();
 }
 
-// Counts the row into the sections of section columns `first` to `last`.
+ChunkStatistics::Tally &ChunkStatistics::TallyAt(int section)
+{
+    return tallyBlocks[size_t(section / kColumnBlock)][size_t(section % kColumnBlock)];
+}
+
+// Counts the row into the sections of section columns `first` to `last`,
+// which lie in the block of columns that starts at `first`.
 // Without `inRowOrder` the first row that lacks a column brings "<No Name>"
 // into that column's order; its counts come at the end.
 void ChunkStatistics::CountLine(const LineCells &line, int slot, int rt, int first, int last)
 {
-    for (int i = first; i < last; ++i) {
-        const qint64 field = fields[size_t(i)];
-        Tally &tally = tallies[size_t(i)];
+    if (first >= last)
+        return;
+    Tally *const block = tallyBlocks[size_t(first / kColumnBlock)].data();
+    const qint64 *const blockFields = fields.data() + first;
+    for (int i = 0; i < last - first; ++i) {
+        const qint64 field = blockFields[i];
+        Tally &tally = block[i];
         if (field >= 0 && field < line.Count())
             tally.Add(line.PresentCell(field), slot, rt);
         else if (inRowOrder)
@@ -352,15 +366,17 @@ void ChunkStatistics::AddMissing(const MissingCells &missing)
                 lacking.Add(missing.byFirstMissing[firstMissing]);
         }
         if (sums->rows > 0)
-            tallies[size_t(i)].AddSums(tallies[size_t(i)].NoName(), *sums);
+            TallyAt(i).AddSums(TallyAt(i).NoName(), *sums);
     }
 }
 
 void ChunkStatistics::Merge(const ChunkStatistics &later)
 {
     overall.Add(later.overall);
-    for (size_t i = 0; i < tallies.size(); ++i)
-        tallies[i].Merge(later.tallies[i]);
+    for (size_t block = 0; block < tallyBlocks.size(); ++block) {
+        for (size_t i = 0; i < tallyBlocks[block].size(); ++i)
+            tallyBlocks[block][i].Merge(later.tallyBlocks[block][i]);
+    }
     timeMagnitudes += later.timeMagnitudes;
 }
 
@@ -378,12 +394,14 @@ QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
     *overall = this->overall.Record(QString());
     QVector<QVector<SectionStats>> sections;
-    sections.reserve(int(tallies.size()));
-    // Each tally goes as soon as its records stand, so that the two are
-    // not held whole at once.
-    for (Tally &tally : tallies) {
-        sections.append(tally.Sections());
-        tally = Tally(text, *knownNames, false);
+    sections.reserve(plan.sections.size());
+    // Each block of tallies goes as soon as its records stand, and its room
+    // serves the records that follow, so that the two are not held whole at
+    // once.
+    for (std::vector<Tally> &block : tallyBlocks) {
+        for (const Tally &tally : block)
+            sections.append(tally.Sections());
+        std::vector<Tally>().swap(block);
     }
     return sections;
 }

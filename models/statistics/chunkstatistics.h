@@ -109,6 +109,7 @@ private:
     void CountBatch();
     void CountLine(const LineCells &line, int slot, int rt, int first, int last);
     void AddMissing(const MissingCells &missing);
+    Tally &TallyAt(int section);
 
     const StatisticsPlan &plan;
     const CellText &text;
@@ -121,7 +122,9 @@ private:
     // Every section name met, so that equal names share their text; kept
     // where the tallies find it when these statistics move.
     std::unique_ptr<QSet<QString>> knownNames;
-    std::vector<Tally> tallies;
+    // The tallies of the section columns in blocks of columns, as they are
+    // counted, each block of its own allocation.
+    std::vector<std::vector<Tally>> tallyBlocks;
     // The field of the line each tally counts, -1 for the "Flag" column.
     std::vector<qint64> fields;
     quint64 timeMagnitudes = 0;
