@@ -79,18 +79,22 @@ QModelIndex MainProxy::parent(const QModelIndex &) const
     return QModelIndex();
 }
 
+// The source is asked for once in each of these: views call them for
+// every cell they read.
 int MainProxy::rowCount(const QModelIndex &parent) const
 {
-    if (parent.isValid() || !sourceModel())
+    const QAbstractItemModel *source = sourceModel();
+    if (parent.isValid() || !source)
         return 0;
     if (Mapped())
         return sourceRows.size();
-    return sourceModel()->rowCount() - pendingRemoved - pendingInserted;
+    return source->rowCount() - pendingRemoved - pendingInserted;
 }
 
 int MainProxy::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() || !sourceModel() ? 0 : sourceModel()->columnCount();
+    const QAbstractItemModel *source = sourceModel();
+    return parent.isValid() || !source ? 0 : source->columnCount();
 }
 
 bool MainProxy::hasChildren(const QModelIndex &parent) const
@@ -100,9 +104,10 @@ bool MainProxy::hasChildren(const QModelIndex &parent) const
 
 QModelIndex MainProxy::mapToSource(const QModelIndex &proxyIndex) const
 {
-    if (!proxyIndex.isValid() || proxyIndex.model() != this || !sourceModel())
+    const QAbstractItemModel *source = sourceModel();
+    if (!proxyIndex.isValid() || proxyIndex.model() != this || !source)
         return QModelIndex();
-    return sourceModel()->index(SourceRow(proxyIndex.row()), proxyIndex.column());
+    return source->index(SourceRow(proxyIndex.row()), proxyIndex.column());
 }
 
 QModelIndex MainProxy::mapFromSource(const QModelIndex &sourceIndex) const
