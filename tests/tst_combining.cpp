@@ -91,7 +91,7 @@ private slots:
                                                        "trials: T1: 1 1 0 0, T2: 3 0 0 0, T3: 0 0 0 1; Hand: left: 3 1 0 1, right: 1 0 0 0");
         QCOMPARE(TableContents::Sections(combined->GetSectionModel(), 0, 0, 2),
                  "B1: 300.00 0.00 0.00 0.00, B2: 433.33 600.00 0.00 0.00, B3: 200.00 0.00 0.00 0.00");
-        QCOMPARE(TableContents::Numbers(combined->Overall().Averages()), "360 600 0 0");
+        QCOMPARE(TableContents::Numbers(combined->Overall().averages), "360 600 0 0");
     }
 
     // Each change of selection drops the combined record and builds a new one;

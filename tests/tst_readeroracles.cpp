@@ -28,7 +28,7 @@ namespace {
 QString Record(const SectionStats &record)
 {
     QStringList numbers;
-    for (const SectionStats::Slots *values : {&record.counts, &record.sums}) {
+    for (const SectionStats::Slots *values : {&record.counts, &record.sums, &record.percents, &record.averages}) {
         for (const double value : *values)
             numbers << QString::number(value, 'g', 17);
     }
@@ -96,10 +96,14 @@ QString PlainStatistics(const MainModel &model)
             }
         }
     }
+    overall.Finish();
+    for (QVector<SectionStats> *records : {&blocks, &trials})
+        FinishAll(*records);
     QMap<QString, QVector<SectionStats>> maps[2];
     for (int type = 0; type < 2; ++type) {
         int i = 0;
         for (auto entry = byTitle[type].begin(); entry != byTitle[type].end(); ++entry, ++i) {
+            FinishAll(*entry);
             QString name = entry.key();
             maps[type].insert(QString::number(i) + (type == 0 ? name.remove("\n(Trial Variable)") : name), *entry);
         }

@@ -42,7 +42,7 @@ private slots:
             DataFile file(path);
             const QStringList titles = TableContents::Titles(file.GetMainModel());
             QCOMPARE(titles.value(4) + '|' + titles.value(5) + '|' + titles.value(12), "Block\nName|Trial\nName|Reaction\nTime");
-            QVERIFY(file.Overall().counts[0] > 0 && file.Overall().Averages()[0] > 0);
+            QVERIFY(file.Overall().counts[0] > 0 && file.Overall().averages[0] > 0);
             legacy += file.LegacyFormat() ? '1' : '0';
         }
         QCOMPARE(legacy.left(2) + ' ' + QString::number(legacy.count('1')), "01 2");

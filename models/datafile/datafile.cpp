@@ -135,6 +135,7 @@ void DataFile::Combine(const DataFile &other)
     titleMarks.insert(titleMarks.end(), other.titleMarks.cbegin(), other.titleMarks.cend());
     mainModel.AppendRows(other.mainModel);
     overall.Add(other.overall);
+    overall.Finish();
     sectionModel.MergeSections(other.sectionModel);
 }
 
@@ -176,6 +177,7 @@ void DataFile::HideSelectedRows(const QVector<int> &selected)
         if (share.sectionType == 0)
             overall.Subtract(share);
     }
+    overall.Finish();
 }
 
 void DataFile::ShowAllRows()
@@ -187,6 +189,7 @@ void DataFile::ShowAllRows()
         if (share->sectionType == 0)
             overall.Add(*share);
     }
+    overall.Finish();
     sectionModel.RestoreHiddenStats();
 }
 

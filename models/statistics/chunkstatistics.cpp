@@ -393,14 +393,17 @@ bool ChunkStatistics::OrderFree() const
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
     *overall = this->overall.Record(QString());
+    overall->Finish();
     QVector<QVector<SectionStats>> sections;
     sections.reserve(plan.sections.size());
     // Each block of tallies goes as soon as its records stand, and its room
     // serves the records that follow, so that the two are not held whole at
     // once.
     for (std::vector<Tally> &block : tallyBlocks) {
-        for (const Tally &tally : block)
+        for (const Tally &tally : block) {
             sections.append(tally.Sections());
+            FinishAll(sections.last());
+        }
         std::vector<Tally>().swap(block);
     }
     return sections;

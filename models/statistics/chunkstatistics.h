@@ -59,8 +59,8 @@ public:
     // the tests reach the pass in row order without files of millions of
     // rows; 0 sets it back to 2^53.
     static void SetOrderFreeLimit(quint64 limit);
-    // The whole-file record and the sections of each section column in
-    // plan order.
+    // Fills percentages and averages; the whole-file record and the
+    // sections of each section column in plan order.
     QVector<QVector<SectionStats>> Finish(SectionStats *overall);
 
 private:

@@ -40,21 +40,13 @@ void SectionStats::AccumulateOverall(QString &code, int rt)
     AddRow(code, rt);
 }
 
-SectionStats::Slots SectionStats::Percents() const
+void SectionStats::Finish()
 {
     const int total = TotalCount();
-    Slots percents;
     for (int k = 0; k < 4; ++k)
         percents[k] = total == 0 ? 0.0 : counts[k] / total * 100;
-    return percents;
-}
-
-SectionStats::Slots SectionStats::Averages() const
-{
-    Slots averages;
     for (int k = 0; k < 4; ++k)
         averages[k] = counts[k] == 0 ? 0.0 : sums[k] / counts[k];
-    return averages;
 }
 
 void SectionStats::Add(const SectionStats &other)
@@ -80,7 +72,7 @@ int SectionStats::TotalCount() const
 
 QString SectionStats::FormatValue(int position, int dataType) const
 {
-    const Slots values = dataType == 1 ? Percents() : dataType == 2 ? Averages() : counts;
+    const Slots &values = dataType == 1 ? percents : dataType == 2 ? averages : counts;
     return FormatNumber(values[position], dataType);
 }
 
@@ -113,6 +105,12 @@ int AccumulateSection(QVector<SectionStats> &sections, const QString &name, cons
     return position;
 }
 
+void FinishAll(QVector<SectionStats> &sections)
+{
+    for (SectionStats &section : sections)
+        section.Finish();
+}
+
 void MergeStats(QVector<SectionStats> &into, const QVector<SectionStats> &other)
 {
     QHash<QString, int> positions;
@@ -127,6 +125,7 @@ void MergeStats(QVector<SectionStats> &into, const QVector<SectionStats> &other)
             into.append(record);
         } else {
             into[position].Add(record);
+            into[position].Finish();
         }
     }
 }

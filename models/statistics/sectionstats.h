@@ -14,14 +14,14 @@ int CodeIndex(const QString &code);
 struct SectionStats
 {
     // Four slots each; fixed arrays rather than containers, as a wide file
-    // holds hundreds of thousands of records. Percentages and averages are
-    // worked out from these when asked rather than kept, for the same
-    // reason.
+    // holds hundreds of thousands of records.
     using Slots = std::array<double, 4>;
 
     QString name;
     Slots counts = {};
     Slots sums = {};
+    Slots percents = {};
+    Slots averages = {};
 
     SectionStats() = default;
     explicit SectionStats(const QString &name);
@@ -31,8 +31,7 @@ struct SectionStats
     void AddToSlot(int slot, int rt);
     // Counts "SC" as "C"; the caller's code is changed as well.
     void AccumulateOverall(QString &code, int rt);
-    Slots Percents() const;
-    Slots Averages() const;
+    void Finish();
     void Add(const SectionStats &other);
     void Subtract(const SectionStats &other);
     int TotalCount() const;
@@ -47,6 +46,7 @@ struct SectionStats
 // the records by name and is kept in step.
 int AccumulateSection(QVector<SectionStats> &sections, const QString &name, const QString &code,
                       int rt, QHash<QString, int> *positions = nullptr);
+void FinishAll(QVector<SectionStats> &sections);
 // Adds each record of `other` to the first of `into` with its name, or
 // appends a copy, keeping the order of first appearance.
 void MergeStats(QVector<SectionStats> &into, const QVector<SectionStats> &other);

@@ -352,8 +352,10 @@ void SectionModel::TakeFromSection(const HiddenSectionStats &record, SectionChan
         sections.Erase(section);
         if (announce)
             endRemoveRows();
-    } else if (announce) {
-        EmitRowChanged(row);
+    } else {
+        stats.Finish();
+        if (announce)
+            EmitRowChanged(row);
     }
 }
 
@@ -372,6 +374,7 @@ void SectionModel::GiveBackToSection(const HiddenSectionStats &record, SectionCh
     } else {
         sections.Record(section).Add(record);
     }
+    sections.Record(section).Finish();
     if (announce)
         EmitRowChanged(sections.RowOf(section));
 }
