@@ -123,8 +123,8 @@ void MainWindow::Sort(int clicked_column)
     if (!modelsConnected || !currentFile)
         return;
     const bool sectionTable = sender() == ui->sectionDataView->horizontalHeader();
-    QSortFilterProxyModel &proxy = sectionTable ? static_cast<QSortFilterProxyModel &>(currentFile->GetSectionProxy())
-                                                : currentFile->GetMainProxy();
+    QAbstractItemModel &proxy = sectionTable ? static_cast<QAbstractItemModel &>(currentFile->GetSectionProxy())
+                                             : currentFile->GetMainProxy();
     QTableView *view = sectionTable ? ui->sectionDataView : ui->rawDataView;
     const int state = SortedModel(sectionTable).CycleSortState(clicked_column);
     // Without a modifier key the column selected below replaces whatever is

@@ -80,7 +80,7 @@ void RunRules(MainModel &model, int actionType)
     model.SetFlagsTR(100, 400);
 }
 
-void Sort(QSortFilterProxyModel &proxy, const QStringList &words)
+void Sort(QAbstractItemModel &proxy, const QStringList &words)
 {
     proxy.sort(words.value(1).toInt(), words.value(2) == "desc" ? Qt::DescendingOrder : Qt::AscendingOrder);
 }

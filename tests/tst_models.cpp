@@ -8,8 +8,11 @@
 
 #include <QtTest>
 #include <QPainter>
+#include <QTableView>
 #include <QRandomGenerator>
 #include <QStandardItemModel>
+
+#include <numeric>
 
 class TestModels : public QObject
 {
@@ -105,10 +108,10 @@ private slots:
                                                         {2, Qt::AscendingOrder}};
         // Then the same with text compared by locale, and without case.
         for (const int round : {0, 1, 2}) {
-            for (QSortFilterProxyModel *proxy : std::initializer_list<QSortFilterProxyModel *>{&raw, &generic}) {
-                proxy->setSortLocaleAware(round == 1);
-                proxy->setSortCaseSensitivity(round == 2 ? Qt::CaseInsensitive : Qt::CaseSensitive);
-            }
+            raw.setSortLocaleAware(round == 1);
+            generic.setSortLocaleAware(round == 1);
+            raw.setSortCaseSensitivity(round == 2 ? Qt::CaseInsensitive : Qt::CaseSensitive);
+            generic.setSortCaseSensitivity(round == 2 ? Qt::CaseInsensitive : Qt::CaseSensitive);
             for (const auto &[column, order] : sorts) {
                 raw.sort(column, order);
                 generic.sort(column - 1, order);
@@ -118,6 +121,65 @@ private slots:
         QCOMPARE(raw.headerData(295, Qt::Vertical, Qt::DisplayRole), QVariant(296));
         raw.sort(-1);
         QCOMPARE(TableContents::Column(raw, 2), times);
+    }
+
+    // The raw table's proxy keeps no mapping of rows while they are in the
+    // table's order; through sorts, hiding row by row, restoring and
+    // flagging it shows the rows, the selection and the current cell where
+    // a general proxy on the same table does.
+    void rawProxyFollowsTheTableAsAGeneralProxyDoes()
+    {
+        const QStringList pieces = {"1", "10", "2.5", "", "abc", "ABC", "-0", "x1", "09", "9", "a\rb"};
+        QRandomGenerator random(17);
+        DataFileBuilder builder;
+        builder.Columns("Error/Code,Reaction/Time");
+        for (int row = 0; row < 40; ++row)
+            builder.Row({pieces[random.bounded(pieces.size())], pieces[random.bounded(pieces.size())]});
+        const auto file = files.Open(builder);
+        MainModel &model = file->GetMainModel();
+        ProxyModel generic;
+        generic.setDynamicSortFilter(false);
+        generic.setSourceModel(&model);
+        QAbstractItemModel *proxies[] = {&file->GetMainProxy(), &generic};
+        QTableView views[2];
+        for (int i = 0; i < 2; ++i) {
+            views[i].setModel(proxies[i]);
+            views[i].selectionModel()->select(QItemSelection(proxies[i]->index(3, 0), proxies[i]->index(6, 2)),
+                                              QItemSelectionModel::Select);
+            views[i].setCurrentIndex(proxies[i]->index(5, 1));
+        }
+        const QList<std::function<void()>> steps = {
+            [&] { model.HideRows({2, 9}); },
+            [&] { for (QAbstractItemModel *proxy : proxies) proxy->sort(2, Qt::AscendingOrder); },
+            [&] { model.HideRows({0, 5, 6, 30}); },
+            [&] { model.ChangeFlag(model.index(4, 0)); },
+            [&] { model.RestoreRows(); },
+            [&] { for (QAbstractItemModel *proxy : proxies) proxy->sort(1, Qt::DescendingOrder); },
+            [&] { model.HideRows({1, 2, 3}); },
+            [&] {
+                QVector<int> every(model.rowCount());
+                std::iota(every.begin(), every.end(), 0);
+                model.HideRows(every);
+            },
+            [&] { model.RestoreRows(); },
+            [&] { for (QAbstractItemModel *proxy : proxies) proxy->sort(-1, Qt::DescendingOrder); },
+            [&] { model.HideRows({3, 7}); },
+            [&] { model.RestoreRows(); },
+            [&] { for (QAbstractItemModel *proxy : proxies) proxy->sort(-1, Qt::AscendingOrder); },
+            [&] { model.HideRows({0, 39}); },
+            [&] { model.RestoreRows(); },
+        };
+        for (int step = 0; step < steps.size(); ++step) {
+            steps[step]();
+            QStringList states;
+            for (QTableView &view : views) {
+                QString state = TableContents::Cells(*view.model()).join('/') + " |";
+                for (const QModelIndex &cell : view.selectionModel()->selectedIndexes())
+                    state += QString(" %1,%2").arg(cell.row()).arg(cell.column());
+                states << state + QString(" | %1,%2").arg(view.currentIndex().row()).arg(view.currentIndex().column());
+            }
+            QVERIFY2(states[0] == states[1], qPrintable(QString("step %1\n%2\n%3").arg(step).arg(states[0], states[1])));
+        }
     }
 
     // The row colour reaches every column but this one, and no text is

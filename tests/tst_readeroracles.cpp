@@ -2,10 +2,15 @@
 // stretch and in several gives the same cells and statistics; the
 // statistics equal one plain walk over the cells with the record
 // operations the reader does not call; the number parses read from bytes
-// give what Qt's own parses give for the decoded text.
+// give what Qt's own parses give for the decoded text; the scan's masks of
+// delimiters and the statistics' keys of cells give what a walk byte by
+// byte and a plain map give.
 
+#include "cellkeys.h"
+#include "chunkstatistics.h"
 #include "cellnumber.h"
 #include "datafileparser.h"
+#include "delimitermasks.h"
 #include "parallelparts.h"
 #include "samplefilewriter.h"
 #include "tablecontents.h"
@@ -14,6 +19,9 @@
 
 #include <QRandomGenerator>
 #include <QtTest>
+
+#include <map>
+#include <string>
 
 namespace {
 
@@ -145,7 +153,11 @@ class TestReaderOracles : public QObject
     }
 
 private slots:
-    void cleanup() { ParallelParts::SetCount(0); }
+    void cleanup()
+    {
+        ParallelParts::SetCount(0);
+        ChunkStatistics::SetOrderFreeLimit(0);
+    }
 
     // Stretches end at line starts wherever the bytes fall, so each count
     // cuts the files differently.
@@ -165,11 +177,16 @@ private slots:
         }
     }
 
+    // Also when the reader counts the rows again in one pass in their
+    // order, as it does where the sums of times grow past exact doubles.
     void statisticsEqualOnePlainWalk()
     {
-        for (const QString &path : Paths()) {
-            DataFile file(path);
-            QCOMPARE(Statistics(file), PlainStatistics(file.GetMainModel()));
+        for (const quint64 orderFreeLimit : {quint64(0), quint64(1)}) {
+            ChunkStatistics::SetOrderFreeLimit(orderFreeLimit);
+            for (const QString &path : Paths()) {
+                DataFile file(path);
+                QCOMPARE(Statistics(file), PlainStatistics(file.GetMainModel()));
+            }
         }
     }
 
@@ -196,6 +213,53 @@ private slots:
             int fastWhole = 0;
             if (CellNumber::ParsePlainInteger(view, &fastWhole))
                 QVERIFY2(ok && fastWhole == whole, qPrintable(text));
+        }
+    }
+
+    // Blocks of every byte value, TABs and LFs thick among them.
+    void delimiterMasksEqualAWalkByteByByte()
+    {
+        QRandomGenerator random(11);
+        char block[DelimiterMasks::kBlockBytes];
+        for (int round = 0; round < 20000; ++round) {
+            for (char &byte : block)
+                byte = char(random.bounded(4) == 0 ? "\t\n"[random.bounded(2)] : random.bounded(256));
+            const DelimiterMasks fast = DelimiterMasks::Of(block);
+            const DelimiterMasks plain = DelimiterMasks::OfPlain(block);
+            QCOMPARE(fast.tabs, plain.tabs);
+            QCOMPARE(fast.feeds, plain.feeds);
+        }
+    }
+
+    // Cells of up to 30 bytes, mostly of one letter, else of another or a
+    // NUL, so that many share their first or last eight bytes, or differ
+    // only in length; the columns hold few values or many. The bytes are
+    // followed by padding, as a file's are.
+    void cellKeysFindWhatAPlainMapFinds()
+    {
+        QRandomGenerator random(13);
+        const char letters[] = {'a', 'a', 'a', 'a', 'a', 'a', 'b', '\0'};
+        for (int column = 0; column < 200; ++column) {
+            const int values = column % 2 ? 3 : 300;
+            std::vector<std::string> cells;
+            for (int i = 0; i < values; ++i) {
+                std::string cell(size_t(random.bounded(31)), 'a');
+                for (char &byte : cell)
+                    byte = letters[random.bounded(8)];
+                cells.push_back(cell + std::string(8, 'x'));
+            }
+            CellKeys keys;
+            std::map<std::string, int> plain;
+            for (int lookup = 0; lookup < 2000; ++lookup) {
+                const std::string &cell = cells[size_t(random.bounded(values))];
+                const std::string_view bytes(cell.data(), cell.size() - 8);
+                const auto found = plain.find(std::string(bytes));
+                QCOMPARE(keys.Find(bytes), found == plain.end() ? -1 : found->second);
+                if (found == plain.end()) {
+                    plain.emplace(std::string(bytes), lookup);
+                    keys.Insert(bytes, lookup);
+                }
+            }
         }
     }
 };

@@ -53,24 +53,29 @@ bool ParsePlainInteger(std::string_view bytes, int *value)
     return true;
 }
 
+// One walk over the bytes: the whole part is read as it is checked, at
+// most 16 of its digits, as a 16th already refuses the cell.
 bool ParsePlainTruncated(std::string_view bytes, int *value)
 {
-    size_t pos = 0;
-    const bool negative = pos < bytes.size() && bytes[pos] == '-';
-    if (negative)
-        ++pos;
-    const size_t wholeStart = pos;
-    const int whole = SkipDigits(bytes, &pos);
-    int fraction = 0;
-    if (pos < bytes.size() && bytes[pos] == '.') {
-        ++pos;
-        fraction = SkipDigits(bytes, &pos);
-    }
-    if (whole == 0 || whole + fraction > 15 || pos != bytes.size())
-        return false;
+    const char *at = bytes.data();
+    const char *const end = at + bytes.size();
+    const bool negative = at < end && *at == '-';
+    at += negative ? 1 : 0;
+    const char *const wholeStart = at;
+    const char *const wholeLimit = wholeStart + qMin<qint64>(end - wholeStart, 16);
     qint64 number = 0;
-    for (size_t at = wholeStart; at < wholeStart + size_t(whole); ++at)
-        number = number * 10 + (bytes[at] - '0');
+    for (; at < wholeLimit && uchar(*at - '0') < 10; ++at)
+        number = number * 10 + (*at - '0');
+    const qint64 whole = at - wholeStart;
+    qint64 fraction = 0;
+    if (at < end && *at == '.') {
+        const char *const fractionStart = ++at;
+        while (at < end && uchar(*at - '0') < 10)
+            ++at;
+        fraction = at - fractionStart;
+    }
+    if (whole == 0 || whole + fraction > 15 || at != end)
+        return false;
     number = negative ? -number : number;
     *value = int(qBound<qint64>(std::numeric_limits<int>::min(), number, std::numeric_limits<int>::max()));
     return true;

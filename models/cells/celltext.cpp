@@ -9,9 +9,11 @@
 
 bool CellText::Allocate(qint64 newSize)
 {
-    storage = HugePages::Allocate<char>(size_t(newSize));
+    storage = HugePages::Allocate<char>(size_t(newSize + kPaddingBytes));
     start = 0;
     size = storage ? newSize : 0;
+    if (storage)
+        std::memset(storage.get() + newSize, 0, size_t(kPaddingBytes));
     return storage != nullptr;
 }
 

@@ -18,6 +18,9 @@ class CellText
 public:
     // The longest slice that decodes in full: its text must fit a QString.
     static constexpr qint64 kMaxDecodedBytes = (qint64(1) << 30) - 64;
+    // Bytes after the last that may be read, all NULs at first: a cell's
+    // first eight bytes can then be read at once, however short it is.
+    static constexpr qint64 kPaddingBytes = 8;
 
     // Makes room for `size` bytes; false when memory does not allow it.
     bool Allocate(qint64 size);

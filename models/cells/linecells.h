@@ -28,6 +28,11 @@ public:
     {
         if (column < 0 || column >= count)
             return std::string_view();
+        return PresentCell(column);
+    }
+    // Cell `column` of those the line has.
+    std::string_view PresentCell(qint64 column) const
+    {
         const quint64 start = column == 0 ? 0 : ends[column - 1] + 1;
         return WithoutEndCarriageReturns(line + start, line + ends[column]);
     }
@@ -35,10 +40,12 @@ public:
     // The slice from `first` to `last` with its CRs at both ends left out.
     static std::string_view WithoutEndCarriageReturns(const char *first, const char *last)
     {
-        while (first < last && *first == '\r')
-            ++first;
-        while (last > first && last[-1] == '\r')
-            --last;
+        if (first < last && (*first == '\r' || last[-1] == '\r')) {
+            while (first < last && *first == '\r')
+                ++first;
+            while (last > first && last[-1] == '\r')
+                --last;
+        }
         return std::string_view(first, size_t(last - first));
     }
 

@@ -1,8 +1,11 @@
 #include "rowchunk.h"
 
+#include "delimitermasks.h"
+
 #include <QtAlgorithms>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -17,11 +20,6 @@ quint64 EqualBytes(quint64 word, quint64 pattern)
 {
     const quint64 x = word ^ pattern;
     return ~(((x & kLowBytes) + kLowBytes) | x | kLowBytes);
-}
-
-quint64 Delimiters(quint64 word)
-{
-    return EqualBytes(word, 0x0909090909090909ULL) | EqualBytes(word, 0x0A0A0A0A0A0A0A0AULL);
 }
 
 // The place after the `count`-th TAB from `at` on, or null when there are
@@ -46,22 +44,26 @@ const char *SkipTabs(const char *at, const char *last, qint64 count)
 
 } // namespace
 
-// Walks the bytes eight at a time, finding TABs and LFs with word
-// arithmetic rather than one byte at a time, and hands each line with the
-// ends of its cells to the chunk and the sink. The walk keeps its place in
-// locals, so that storing a cell's end is not taken to change them.
+// Walks the bytes a block at a time, finding TABs and LFs with a few
+// instructions per block rather than one byte at a time, and hands each
+// line with the ends of its cells to the chunk and the sink. The walk keeps
+// its place in locals, so that storing a cell's end is not taken to change
+// them.
 class RowChunk::Scan
 {
 public:
     Scan(std::string_view bytes, int columns, RowChunk *chunk, const LineSink &sink)
         : base(bytes.data())
-        , columns(columns)
+        , columns(qMax(columns, 0))
         , chunk(chunk)
         , sink(sink)
-        , ends(size_t(qMax(columns, 1)))
-        , hasText(chunk ? size_t(qMax(columns, 0)) : 0, 0)
-        , withoutText(chunk ? columns : 0)
+        , ends(size_t(this->columns) + DelimiterMasks::kBlockBytes + 1)
     {
+        if (!chunk)
+            return;
+        hasText.assign(size_t(this->columns), 0);
+        for (int column = 0; column < this->columns; ++column)
+            withoutText.push_back(column);
     }
 
     void Run(qint64 begin, qint64 end)
@@ -70,46 +72,43 @@ public:
         qint64 count = 0;
         quint64 *cellEnds = ends.data();
         // Cells past the file's columns are dropped, but still walked over.
-        const auto closeCell = [&](qint64 at, bool tab) {
-            if (count >= columns)
-                return;
-            if (withoutText > 0 && !hasText[size_t(count)])
-                LookForText(count, rowStart + (count == 0 ? 0 : qint64(cellEnds[count - 1]) + 1), at);
-            if ((count & (kCheckpointCells - 1)) == kCheckpointCells - 1 && tab && count + 1 < columns && chunk)
-                checkpoints.push_back(quint64(at + 1 - rowStart));
-            cellEnds[count] = quint64(at - rowStart);
-            ++count;
-        };
-        const auto closeRow = [&](qint64 next) {
-            EndLine(rowStart, count);
-            rowStart = next;
-            count = 0;
-        };
-        const auto close = [&](qint64 word, quint64 found) {
-            while (found) {
-                const qint64 at = word + (qCountTrailingZeroBits(found) >> 3);
-                found &= found - 1;
-                const bool lineFeed = base[at] == '\n';
-                closeCell(at, !lineFeed);
-                if (lineFeed)
-                    closeRow(at + 1);
+        // The TABs before each LF of a block end cells of its line, the LF
+        // its last cell and the line. The ends of a block's cells are
+        // stored one after another, those past the columns among the spare
+        // places that nothing reads, and the count is held to the columns
+        // once per block and line.
+        const auto block = [&](qint64 at, DelimiterMasks masks) {
+            quint32 tabs = masks.tabs;
+            quint32 feeds = masks.feeds;
+            for (;;) {
+                const quint32 firstFeed = feeds & (0U - feeds);
+                const quint32 before = firstFeed ? firstFeed - 1 : ~0U;
+                for (quint32 cells = tabs & before; cells; cells &= cells - 1)
+                    cellEnds[count++] = quint64(at + qCountTrailingZeroBits(cells) - rowStart);
+                count = qMin(count, qint64(columns));
+                if (!firstFeed)
+                    return;
+                tabs &= ~(before | firstFeed);
+                feeds ^= firstFeed;
+                const qint64 feed = at + qCountTrailingZeroBits(firstFeed);
+                cellEnds[count] = quint64(feed - rowStart);
+                EndLine(rowStart, qMin(count + 1, qint64(columns)));
+                rowStart = feed + 1;
+                count = 0;
             }
         };
-        qint64 word = begin;
-        for (; word + 8 <= end; word += 8) {
-            quint64 bytes;
-            std::memcpy(&bytes, base + word, sizeof bytes);
-            close(word, Delimiters(qFromLittleEndian(bytes)));
-        }
+        qint64 at = begin;
+        for (; at + DelimiterMasks::kBlockBytes <= end; at += DelimiterMasks::kBlockBytes)
+            block(at, DelimiterMasks::Of(base + at));
         // The bytes past the end read as NULs, which are no delimiters.
-        if (word < end) {
-            quint64 bytes = 0;
-            std::memcpy(&bytes, base + word, size_t(end - word));
-            close(word, Delimiters(qFromLittleEndian(bytes)));
+        if (at < end) {
+            char last[DelimiterMasks::kBlockBytes] = {};
+            std::memcpy(last, base + at, size_t(end - at));
+            block(at, DelimiterMasks::Of(last));
         }
         if (rowStart < end) {
-            closeCell(end, false);
-            closeRow(end);
+            cellEnds[count] = quint64(end - rowStart);
+            EndLine(rowStart, qMin(count + 1, qint64(columns)));
         }
         if (chunk)
             chunk->columnHasText.assign(hasText.begin(), hasText.end());
@@ -118,33 +117,52 @@ public:
 private:
     void EndLine(qint64 start, qint64 count)
     {
-        if (chunk)
-            chunk->AddLine(start, checkpoints);
+        if (chunk) {
+            if (!withoutText.empty())
+                LookForText(start, count);
+            chunk->AddLine(start, Checkpoints(count));
+        }
         if (sink)
             sink(LineCells(base + start, ends.data(), count));
-        checkpoints.clear();
     }
 
-    void LookForText(qint64 column, qint64 from, qint64 to)
+    // Where every 64th cell but the last one of the line starts.
+    const std::vector<quint64> &Checkpoints(qint64 count)
     {
-        for (qint64 at = from; at < to; ++at) {
-            if (base[at] != '\r') {
-                hasText[size_t(column)] = 1;
-                --withoutText;
-                return;
-            }
-        }
+        checkpoints.clear();
+        for (qint64 cell = kCheckpointCells - 1; cell + 1 < count; cell += kCheckpointCells)
+            checkpoints.push_back(ends[size_t(cell)] + 1);
+        return checkpoints;
+    }
+
+    // Marks the columns that have text in this line among those that had
+    // none so far; a CR alone is no text, as it decodes to nothing.
+    void LookForText(qint64 start, qint64 count)
+    {
+        const auto found = [&](int column) {
+            if (column >= count)
+                return false;
+            const char *first = base + start + (column == 0 ? 0 : qint64(ends[size_t(column) - 1]) + 1);
+            const char *last = base + start + qint64(ends[size_t(column)]);
+            if (std::find_if(first, last, [](char byte) { return byte != '\r'; }) == last)
+                return false;
+            hasText[size_t(column)] = 1;
+            return true;
+        };
+        withoutText.erase(std::remove_if(withoutText.begin(), withoutText.end(), found), withoutText.end());
     }
 
     const char *base;
     const int columns;
     RowChunk *chunk;
     const LineSink &sink;
+    // Where each cell of the line ends, from the line's start, and the
+    // spare places for the ends of a block's cells past the columns.
     std::vector<quint64> ends;
     std::vector<quint64> checkpoints;
-    // Which columns some line has text in, and how many have none yet.
+    // Which columns some line has text in, and those that have none yet.
     std::vector<char> hasText;
-    int withoutText;
+    std::vector<int> withoutText;
 };
 
 RowChunk::RowChunk(std::string_view bytes, qint64 begin, qint64 end, int columns, const LineSink &sink)

@@ -55,7 +55,6 @@ DataFile::DataFile()
 void DataFile::WireModels()
 {
     mainProxy.setSourceModel(&mainModel);
-    mainProxy.setDynamicSortFilter(false);
     sectionProxy.setSourceModel(&sectionModel);
 }
 

@@ -14,10 +14,18 @@ const QString kErrorCode = QStringLiteral("Error\nCode");
 const QString kReactionTime = QStringLiteral("Reaction\nTime");
 const QString kTrialVariable = QStringLiteral("(Trial Variable)");
 
+// Bytes a stretch should hold per section column: each stretch keeps the
+// tallies of every section column for itself, a few hundred bytes each,
+// and merging walks them all, so a file of many section columns and few
+// rows is read as one stretch rather than pay that for each.
+const qint64 kStretchBytesPerSectionColumn = 4096;
+
 // A codec other than UTF-8 decodes on the calling thread only.
-int StretchCount(const CellText &text)
+int StretchCount(const CellText &text, qint64 begin, int sectionColumns)
 {
-    return text.Codec() ? 1 : ParallelParts::Count();
+    if (text.Codec())
+        return 1;
+    return ParallelParts::CountFor(text.Size() - begin, sectionColumns * kStretchBytesPerSectionColumn);
 }
 
 // Places where stretches of about equal size start, each at a line start,
@@ -142,7 +150,7 @@ void DataFileParser::PlanStatistics()
 // one pass.
 void DataFileParser::ReadRows(qint64 begin)
 {
-    const std::vector<qint64> starts = SplitAtLines(*text, begin, StretchCount(*text));
+    const std::vector<qint64> starts = SplitAtLines(*text, begin, StretchCount(*text, begin, plan.sections.size()));
     const int parts = int(starts.size()) - 1;
     const int fields = titleRow.titles.size() - 1;
     std::vector<std::optional<RowChunk>> chunks(static_cast<size_t>(parts));
@@ -174,6 +182,7 @@ void DataFileParser::ReadRows(qint64 begin)
         for (int part = 0; part < parts; ++part)
             RowChunk::ReadLines(text->Bytes(), starts[size_t(part)], starts[size_t(part) + 1], fields,
                                 [&](const LineCells &line) { statistics->AddLine(line); });
+        statistics->EndLines();
     }
     BuildColumns(std::make_shared<const RowTable>(text, std::move(indexed)));
 }

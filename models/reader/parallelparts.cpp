@@ -22,3 +22,10 @@ void ParallelParts::SetCount(int count)
 {
     chosenCount = qMax(0, count);
 }
+
+int ParallelParts::CountFor(qint64 size, qint64 leastPerPart)
+{
+    if (chosenCount > 0 || leastPerPart <= 0)
+        return Count();
+    return int(qBound(qint64(1), size / leastPerPart, qint64(Count())));
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <future>
 #include <system_error>
 #include <vector>
@@ -14,6 +16,10 @@ public:
     static int Count();
     // Sets the count; 0, the start, chooses by the machine's cores.
     static void SetCount(int count);
+    // How many parts work of `size` is split into when each part should
+    // have at least `leastPerPart` of it: Count() at most, one at least. A
+    // count set by SetCount holds whatever the size.
+    static int CountFor(qint64 size, qint64 leastPerPart);
 
     // Runs work(0) to work(count - 1) at once, part 0 on the calling thread,
     // and returns when all are done. A part's failure reaches the caller,

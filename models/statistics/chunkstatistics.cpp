@@ -1,30 +1,35 @@
 #include "chunkstatistics.h"
 
+#include "cellkeys.h"
 #include "cellnumber.h"
 
 #include <QHash>
 #include <QSet>
 #include <QStringList>
 
+#include <atomic>
+#include <limits>
 #include <string_view>
-#include <unordered_map>
 
 namespace {
 
 const quint64 kExactDoubles = quint64(1) << 53;
+// Below kExactDoubles only where the tests ask for the pass in row order.
+std::atomic<quint64> orderFreeLimit{kExactDoubles};
 const int kColumnBlock = 64;
 
+// The cell's ends have no CRs, so a cell of one or two bytes has none at
+// all and is its own text.
 int CodeSlot(std::string_view bytes, const CellText &text)
 {
+    if (!text.Codec() && bytes.size() <= 2) {
+        if (bytes.size() == 1)
+            return bytes[0] == 'C' ? 0 : bytes[0] == 'E' ? 1 : -1;
+        return bytes == "NR" ? 2 : bytes == "SC" ? 3 : -1;
+    }
     if (text.Codec() || bytes.find('\r') != std::string_view::npos)
         return CodeIndex(text.Decode(bytes));
-    if (bytes == "C")
-        return 0;
-    if (bytes == "E")
-        return 1;
-    if (bytes == "NR")
-        return 2;
-    return bytes == "SC" ? 3 : -1;
+    return -1;
 }
 
 // The time as the statistics take it: read as a double, 0 when that
@@ -66,14 +71,6 @@ struct RowSums
 
 } // namespace
 
-void ChunkStatistics::Totals::AddToSlot(int slot, int rt)
-{
-    if (slot < 0)
-        return;
-    counts[slot] += 1;
-    sums[slot] += rt;
-}
-
 void ChunkStatistics::Totals::Add(const Totals &other)
 {
     for (int k = 0; k < 4; ++k) {
@@ -93,9 +90,7 @@ SectionStats ChunkStatistics::Totals::Record(const QString &name) const
 }
 
 // The sections of one column. Rows are matched to sections by the bytes of
-// their cell first, so each distinct cell is decoded only once. A wide file
-// has a tally for each of many columns that hold a few values each, so a
-// tally looks those up in short lists and hashes only once it has more.
+// their cell first, so each distinct cell is decoded only once.
 class ChunkStatistics::Tally
 {
 public:
@@ -152,56 +147,26 @@ public:
     }
 
 private:
-    static const int kListed = 8;
+    // Names beyond this many are found through a hash rather than by a walk.
+    static const int kIndexedNames = 8;
 
     // The block column counts "SC" as "C", as the whole-file record does.
     int Slot(int slot) const { return foldsSelfCorrect && slot == 3 ? 0 : slot; }
 
-    // Cells of up to eight bytes, the values of most code columns, are
-    // looked up as numbers in a short list; rows of one block or trial come
-    // in runs, so for longer cells the last section is tried first.
     Q_ALWAYS_INLINE int Find(std::string_view bytes)
     {
-        if (bytes.size() <= sizeof(quint64)) {
-            const quint64 packed = Packed(bytes);
-            for (const ShortCell &listed : shortCells) {
-                if (listed.packed == packed && listed.size == bytes.size())
-                    return listed.position;
-            }
-            return FindNew(bytes, packed);
-        }
-        if (last >= 0 && bytes == lastBytes)
-            return last;
-        const auto found = bytesHashed.find(bytes);
-        last = found == bytesHashed.end() ? FindNew(bytes, 0) : found->second;
-        lastBytes = bytes;
-        return last;
-    }
-
-    static quint64 Packed(std::string_view bytes)
-    {
-        quint64 packed = 0;
-        for (size_t i = 0; i < bytes.size(); ++i)
-            packed |= quint64(uchar(bytes[i])) << (8 * i);
-        return packed;
+        const int position = keys.Find(bytes);
+        return position >= 0 ? position : FindNew(bytes);
     }
 
     // Bytes not met before: their text names a section, new or not.
-    Q_NEVER_INLINE int FindNew(std::string_view bytes, quint64 packed)
+    Q_NEVER_INLINE int FindNew(std::string_view bytes)
     {
-        if (bytes.size() <= sizeof(quint64) && shortCells.size() >= kListed) {
-            const auto found = bytesHashed.find(bytes);
-            if (found != bytesHashed.end())
-                return found->second;
-        }
         const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
         int position = NamePosition(name);
         if (position < 0)
             position = AddSection(*knownNames->insert(name), Totals());
-        if (bytes.size() <= sizeof(quint64) && shortCells.size() < kListed)
-            shortCells.push_back(ShortCell{packed, bytes.size(), position});
-        else
-            bytesHashed.emplace(bytes, position);
+        keys.Insert(bytes, position);
         return position;
     }
 
@@ -217,7 +182,7 @@ private:
         const int position = names.size();
         names.append(name);
         totals.push_back(sums);
-        if (!positions.isEmpty() || names.size() > kListed) {
+        if (!positions.isEmpty() || names.size() > kIndexedNames) {
             for (int i = positions.size(); i < names.size(); ++i)
                 positions.insert(names[i], i);
         }
@@ -231,16 +196,7 @@ private:
     QStringList names;
     std::vector<Totals> totals;
     QHash<QString, int> positions;
-    struct ShortCell
-    {
-        quint64 packed;
-        size_t size;
-        int position;
-    };
-    std::vector<ShortCell> shortCells;
-    std::unordered_map<std::string_view, int> bytesHashed;
-    std::string_view lastBytes;
-    int last = -1;
+    CellKeys keys;
     bool lacked = false;
 };
 
@@ -259,9 +215,15 @@ ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &tex
     , missing(std::make_unique<MissingCells>())
     , knownNames(std::make_unique<QSet<QString>>())
 {
-    tallies.reserve(size_t(plan.sections.size()));
-    for (const SectionColumn &section : plan.sections) {
-        tallies.emplace_back(text, *knownNames, section.kind == 0);
+    const int sections = plan.sections.size();
+    tallyBlocks.resize(size_t((sections + kColumnBlock - 1) / kColumnBlock));
+    for (int i = 0; i < sections; ++i) {
+        const SectionColumn &section = plan.sections[i];
+        // Model column c is field c - 1 of the line.
+        fields.push_back(section.column - 1);
+        std::vector<Tally> &block = tallyBlocks[size_t(i / kColumnBlock)];
+        block.reserve(size_t(qMin(kColumnBlock, sections - i / kColumnBlock * kColumnBlock)));
+        block.emplace_back(text, *knownNames, section.kind == 0);
         countsOverall = countsOverall || section.kind == 0;
     }
 }
@@ -269,8 +231,9 @@ ChunkStatistics::ChunkStatistics(const StatisticsPlan &plan, const CellText &tex
 ChunkStatistics::~ChunkStatistics() = default;
 ChunkStatistics::ChunkStatistics(ChunkStatistics &&) noexcept = default;
 
-// What a row counts as, worked out as it comes; its cells are counted into
-// the sections a batch of rows at a time.
+// What a row counts as, worked out as it comes. Where the section columns
+// are few, its cells are counted into the sections at once; otherwise a
+// batch of rows at a time.
 void ChunkStatistics::AddLine(const LineCells &line)
 {
     // Model column c is field c - 1 of the line; column 0 is never there.
@@ -283,6 +246,10 @@ void ChunkStatistics::AddLine(const LineCells &line)
         overall.AddToSlot(slot == 3 ? 0 : slot, rt);
     if (!inRowOrder)
         AddToMissing(line.Count() + 1, slot, rt);
+    if (plan.sections.size() <= kColumnBlock) {
+        CountLine(line, slot, rt, 0, plan.sections.size());
+        return;
+    }
     batch.Add(line, slot, rt);
     if (batch.Full())
         CountBatch();
@@ -319,18 +286,21 @@ void ChunkStatistics::Batch::Clear()
     times.clear();
 }
 
+// The batch's room goes with its last rows: a line of many cells makes it
+// megabytes, which would stand beside the records made next.
 void ChunkStatistics::EndLines()
 {
     CountBatch();
+    batch = Batch();
     if (!inRowOrder)
         AddMissing(*missing);
 }
 
 void ChunkStatistics::AddToMissing(qint64 present, int slot, int rt)
 {
-    const int lastColumn = plan.sections.isEmpty() ? 0 : plan.sections.last().column;
-    if (lines++ == 0 && !plan.sections.isEmpty() && plan.sections.first().column == 0)
-        tallies[0].NoName();
+    const qint64 lastColumn = fields.empty() ? 0 : fields.back() + 1;
+    if (lines++ == 0 && !fields.empty() && fields.front() < 0)
+        TallyAt(0).NoName();
     missing->all.AddRow(slot, rt);
     if (present > lastColumn)
         return;
@@ -343,32 +313,43 @@ void ChunkStatistics::AddToMissing(qint64 present, int slot, int rt)
 // appearance and its sums follow, in blocks of columns: the sections of a
 // block are used for a whole batch of rows rather than fetched again for
 // every row, which tells where a file has thousands of columns, while the
-// rows' cells of the block lie close together. Without `inRowOrder` the
-// first row that lacks a column brings "<No Name>" into that column's
-// order; its counts come at the end.
+// rows' cells of the block lie close together.
 void ChunkStatistics::CountBatch()
 {
     const int sections = plan.sections.size();
     for (int first = 0; first < sections; first += kColumnBlock) {
         const int last = qMin(first + kColumnBlock, sections);
-        for (int row = 0; row < batch.Rows(); ++row) {
-            const LineCells line = batch.Line(row);
-            const int slot = batch.Slot(row);
-            const int rt = batch.Time(row);
-            for (int i = first; i < last; ++i) {
-                // Model column c is field c - 1 of the line.
-                const qint64 field = plan.sections[i].column - 1;
-                Tally &tally = tallies[size_t(i)];
-                if (field >= 0 && field < line.Count())
-                    tally.Add(line.Cell(field), slot, rt);
-                else if (inRowOrder)
-                    tally.Add(std::string_view(), slot, rt);
-                else if (field >= 0 && !tally.Lacked())
-                    tally.MarkLacked();
-            }
-        }
+        for (int row = 0; row < batch.Rows(); ++row)
+            CountLine(batch.Line(row), batch.Slot(row), batch.Time(row), first, last);
     }
     batch.Clear();
+}
+
+ChunkStatistics::Tally &ChunkStatistics::TallyAt(int section)
+{
+    return tallyBlocks[size_t(section / kColumnBlock)][size_t(section % kColumnBlock)];
+}
+
+// Counts the row into the sections of section columns `first` to `last`,
+// which lie in the block of columns that starts at `first`.
+// Without `inRowOrder` the first row that lacks a column brings "<No Name>"
+// into that column's order; its counts come at the end.
+void ChunkStatistics::CountLine(const LineCells &line, int slot, int rt, int first, int last)
+{
+    if (first >= last)
+        return;
+    Tally *const block = tallyBlocks[size_t(first / kColumnBlock)].data();
+    const qint64 *const blockFields = fields.data() + first;
+    for (int i = 0; i < last - first; ++i) {
+        const qint64 field = blockFields[i];
+        Tally &tally = block[i];
+        if (field >= 0 && field < line.Count())
+            tally.Add(line.PresentCell(field), slot, rt);
+        else if (inRowOrder)
+            tally.Add(std::string_view(), slot, rt);
+        else if (field >= 0 && !tally.Lacked())
+            tally.MarkLacked();
+    }
 }
 
 void ChunkStatistics::AddMissing(const MissingCells &missing)
@@ -385,21 +366,28 @@ void ChunkStatistics::AddMissing(const MissingCells &missing)
                 lacking.Add(missing.byFirstMissing[firstMissing]);
         }
         if (sums->rows > 0)
-            tallies[size_t(i)].AddSums(tallies[size_t(i)].NoName(), *sums);
+            TallyAt(i).AddSums(TallyAt(i).NoName(), *sums);
     }
 }
 
 void ChunkStatistics::Merge(const ChunkStatistics &later)
 {
     overall.Add(later.overall);
-    for (size_t i = 0; i < tallies.size(); ++i)
-        tallies[i].Merge(later.tallies[i]);
+    for (size_t block = 0; block < tallyBlocks.size(); ++block) {
+        for (size_t i = 0; i < tallyBlocks[block].size(); ++i)
+            tallyBlocks[block][i].Merge(later.tallyBlocks[block][i]);
+    }
     timeMagnitudes += later.timeMagnitudes;
+}
+
+void ChunkStatistics::SetOrderFreeLimit(quint64 limit)
+{
+    orderFreeLimit = limit > 0 && limit < kExactDoubles ? limit : kExactDoubles;
 }
 
 bool ChunkStatistics::OrderFree() const
 {
-    return timeMagnitudes < kExactDoubles;
+    return timeMagnitudes < orderFreeLimit;
 }
 
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
@@ -407,13 +395,16 @@ QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
     *overall = this->overall.Record(QString());
     overall->Finish();
     QVector<QVector<SectionStats>> sections;
-    sections.reserve(int(tallies.size()));
-    // Each tally goes as soon as its records stand, so that the two are
-    // not held whole at once.
-    for (Tally &tally : tallies) {
-        sections.append(tally.Sections());
-        FinishAll(sections.last());
-        tally = Tally(text, *knownNames, false);
+    sections.reserve(plan.sections.size());
+    // Each block of tallies goes as soon as its records stand, and its room
+    // serves the records that follow, so that the two are not held whole at
+    // once.
+    for (std::vector<Tally> &block : tallyBlocks) {
+        for (const Tally &tally : block) {
+            sections.append(tally.Sections());
+            FinishAll(sections.last());
+        }
+        std::vector<Tally>().swap(block);
     }
     return sections;
 }
