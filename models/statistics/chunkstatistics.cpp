@@ -8,7 +8,6 @@
 #include <QStringList>
 
 #include <atomic>
-#include <limits>
 #include <string_view>
 
 namespace {
