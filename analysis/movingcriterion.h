@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
 // The criteria of Van Selst and Jolicoeur's (1994) moving-criterion

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The analysis windows on a combined view of 1,000,000 rows from the sample
 // generator over 40 participants, by Block Name and Congruency with
 // modified-recursive trimming: what a setting changed, or a row hidden and

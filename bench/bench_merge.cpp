@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Combining a selection of files into one record, and writing the merged
 // output file of a large table in both layouts.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // zephlane-merge as a script runs it: 1,000 participant files of 500 rows
 // merged into one file, with the tool's peak memory set against the size of
 // the files it reads.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Opening a data file as the file list does: the validator's look at its
 // header and titles, then reading every row and all the statistics. Also
 // reports what the open file costs in memory against the file's size.

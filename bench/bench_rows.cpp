@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Flag rules over a large table (each runs at every keystroke in the rule
 // dialog), and hiding and restoring many scattered rows.
 

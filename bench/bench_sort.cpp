@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Column work on large tables through the main window: sorting 100,000
 // rows by a column of numbers and by a column of text with header clicks,
 // and hiding the empty columns of a 500-column file.

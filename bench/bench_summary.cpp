@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The participant summary as the window computes it again whenever a
 // setting or a hidden row changes: 1,000,000 rows from the sample generator
 // over 40 participants, two condition columns, modified-recursive trimming.

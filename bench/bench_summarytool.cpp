@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // zephlane-summary as a script runs it: 1,000 participant files of 500 rows,
 // two condition columns, modified-recursive trimming and the exclusion
 // record, with the tool's peak memory set against the size of the files it

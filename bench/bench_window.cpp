@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window's file list: opening a whole experiment's files in one
 // go, and moving the focus to a large file, which must feel instant.
 

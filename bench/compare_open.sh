@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Times the open of a 1,000,000-row, 16-field file side by side with reading
 # its bytes, pandas' C reader and DuckDB's parallel reader (2 threads), all
 # as text, then prints the ratios and how the program's time grows with rows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Times one large file in the window for bench/compare_open.sh and
 // bench/scaling.sh: reading its bytes alone, the model (validation and
 // DataFile with every statistic), the window (OpenFiles until the table is

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Prints the scaling table of bench/README.md: files of growing rows and of
 # growing columns, each opened in the window (time until the table is
 # painted, and the memory the open adds at its peak to the idle program as a

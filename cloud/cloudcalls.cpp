@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // CloudClient's calls to the service: what each call sends and reads.
 
 #include "cloudclient.h"

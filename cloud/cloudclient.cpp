@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // CloudClient's transport: one libcurl easy handle per call, the request
 // written as the service expects it, the reply held in memory or streamed
 // into a file.

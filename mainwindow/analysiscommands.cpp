@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's share of the analysis windows: opening them, and which
 // files they see.
 

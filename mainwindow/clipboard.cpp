@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's copying to the clipboard and the arrow keys on table headers.
 
 #include "mainwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's cloud panel: signing in, the experiment list, viewing and
 // exporting an experiment's files, and the change between the two tabs.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's column commands and the two-click sorting of both tables.
 
 #include "mainwindow.h"

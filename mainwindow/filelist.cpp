@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's file list: adding, dropping and removing files, and moving
 // the focus to one file or to a combined record of several.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window as a whole: what is built at start-up and in which order,
 // the settings restored at start and saved on close, and the event filter.
 

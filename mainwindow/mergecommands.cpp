@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's merge commands: opening the merge dialog and writing the
 // merged output file of the record in focus.
 

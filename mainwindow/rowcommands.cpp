@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's row commands, the line of flagged and hidden counts, and the
 // rules that enable the file actions.
 

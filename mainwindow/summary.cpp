@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainWindow's summary tab: the general summary table of the file in focus
 // and the drop-down that picks a trial variable or code column.
 

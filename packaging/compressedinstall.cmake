@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Debian wants manual pages and the changelog compressed with gzip -9n: no
 # name and no time stamp in the file, so the same sources make the same package.
 find_program(ZEPHLANE_GZIP gzip REQUIRED)

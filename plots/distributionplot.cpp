@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "distributionplot.h"
 
 #include <qwt_plot_canvas.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "histogramdata.h"
 
 HistogramData::HistogramData(std::shared_ptr<const HistogramBins> bins, int series, Part part)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The analysis session as the main window feeds it: the files in view as
 // participants, in a combined view's order, the rows hidden in the table,
 // the settings and the summary computed from them, and nothing computed

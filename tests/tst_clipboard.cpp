@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Edit > Copy and the arrow keys on the table headers, as a user selects
 // cells and presses keys.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The cloud client against a real HTTP server on the loopback address: what
 // goes out on the wire and how replies and error pages are read; and the
 // unpacking of archives. What a download leaves in the cache shows in the

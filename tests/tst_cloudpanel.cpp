@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The cloud tab driven as a user would, against a real HTTP server on the
 // loopback address: signing in and failing to, the experiment list with the
 // counts read from each rt_info, viewing with and without a good cache,

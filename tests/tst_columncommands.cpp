@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Column commands of the raw table and the two-click sorting of both
 // tables, through the headers as a user clicks them.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several selected files shown as one record: rows, columns, names, dates
 // and statistics of the combined record, and the sources left as they were.
 

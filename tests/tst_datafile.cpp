@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading data files: both header generations, titles, rows, odd bytes,
 // and the validator that refuses what is not a data file.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The "Distributions..." window as a user drives it: it opens from the
 // Analysis menu, draws the files in view, follows hidden rows, the file
 // selection and the settings it shares with the summary, and exports the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file list of the main window: adding files through the dialog and by
 // dropping them, refused lists, moving the focus between single files and
 // combined selections, removing files, and the state in which the record

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window as a whole: its size and the settings kept between runs,
 // the stored cloud credentials and the actions it starts with, and what its
 // help menu opens.

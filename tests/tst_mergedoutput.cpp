@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The merged output file, byte for byte: both layouts, the rows that go
 // out, the title lines and the success box; and the merge dialog driven
 // through its widgets, alone and from the main window.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // zephlane-merge run as a script runs it, with no display: what it writes
 // is what the window's "Merge..." writes for the same files, and what it
 // refuses leaves nothing behind.

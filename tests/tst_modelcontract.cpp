@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Both table models and both proxies of a record keep Qt's item model
 // contract through every change a user can make, each shown in a view with
 // a selection. QAbstractItemModelTester aborts at the first break.

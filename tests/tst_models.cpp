@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The raw table's row colours, the sort indicator, the sorting proxies and
 // the flag column's painting, as a view sees them.
 

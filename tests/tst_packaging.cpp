@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What `cmake --install` lays out for a desktop: the program, a valid menu
 // entry and metainfo file, and the icon at every size of the icon theme;
 // beside it the merge and summary tools, free of Qt Widgets; the manual
@@ -114,6 +115,27 @@ private slots:
         QCOMPARE(packages.size(), 1);
         failure = Failure(lintian, {"--fail-on", "error,warning", packages.first().filePath()});
         QVERIFY2(failure.isEmpty(), qPrintable(failure));
+    }
+
+    // Every file the program is built from names its licence in its first
+    // lines, so that a file copied out of the tree still says it. The files
+    // are those git tracks; a source tree without git is not checked.
+    void everySourceFileNamesItsLicence()
+    {
+        QProcess git;
+        git.start("git", {"-C", ZEPHLANE_SOURCE_DIR, "ls-files", "*.cpp", "*.h", "*.ui", "*CMakeLists.txt"});
+        if (!git.waitForFinished() || git.exitCode() != 0)
+            QSKIP("the source tree is not a git checkout, so its files are not listed");
+        const QStringList files = QString::fromUtf8(git.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+        QVERIFY(files.size() > 100);
+        QStringList unlicensed;
+        for (const QString &name : files) {
+            QFile file(QDir(ZEPHLANE_SOURCE_DIR).filePath(name));
+            QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name));
+            if (!file.read(200).contains("SPDX-License-Identifier: GPL-3.0-or-later"))
+                unlicensed << name;
+        }
+        QVERIFY2(unlicensed.isEmpty(), qPrintable(unlicensed.join(", ")));
     }
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The participant summary of data files: rows read from the table as the
 // window and the tool read them, cells and their counts, the layouts, the
 // exclusion record and the settings that describe them.

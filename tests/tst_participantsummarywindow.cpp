@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The participant summary window as a researcher uses it beside the main
 // window: settings chosen with its controls, the table, the counts, the
 // files it saves and the command line that writes the same, rows hidden or

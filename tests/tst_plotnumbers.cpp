@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The numbers behind the distribution plots, on data small enough to work
 // out by hand: histogram bins and counts, vincentiles averaged over
 // participants, the conditional accuracy function's bins with ties, and

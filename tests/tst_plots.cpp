@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The distribution plots: what each draws for the numbers it is given
 // (panels, lines and their legends, criteria, messages for nothing to
 // draw), and each export read back.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fast reader held against plain readings: the same file read in one
 // stretch and in several gives the same cells and statistics; the
 // statistics equal one plain walk over the cells with the record

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The images are looked up by fixed resource paths all over the program, and
 // the bell curve's click zones are fixed in pixels.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The row commands of the main window, the line of flagged and hidden
 // counts, and which actions are on, as a user meets them.
 

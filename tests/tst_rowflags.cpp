@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Flags, flag rules, hiding and restoring rows in the raw table, as the
 // signals and an attached view see them.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The flag rule dialog and the row colours dialog, opened from the Rows
 // menu and filled in as a user does.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sample data generator and the committed examples: what they hold
 // must open in the program as a file of Kelmarun's does.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Statistics gathered while a file loads, the section table that shows
 // them, the text of every number, and how hiding selected rows takes rows
 // out of the statistics and showing all rows puts them back.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The summary tab of the main window: the general summary of the file in
 // focus, and the three drop-downs that choose what the section table shows.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // zephlane-summary run as a script runs it: what it writes is the table and
 // the record that the computation gives the window for the same files and
 // settings, the command line that the settings spell out reproduces it, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The numbers of the participant summary: quantiles and deviations as R
 // gives them, fixed-point rounding, the moving-criterion table, and each
 // trimming procedure on cells small enough to work out by hand.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian 12 packages that building, testing and benchmarking need.
 # Packages already present are left alone; as a normal user the script only
 # says what to run.

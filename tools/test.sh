@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs what is missing, builds everything and runs the whole test suite
 # offscreen. Extra arguments go to CMake's configure step; the build goes to
 # build/ unless ZEPHLANE_BUILD_DIR names another directory.

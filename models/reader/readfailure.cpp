@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "readfailure.h"
 
 QString ReadFailureText(ReadFailure failure)

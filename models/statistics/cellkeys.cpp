@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "cellkeys.h"
 
 void CellKeys::Insert(std::string_view bytes, int number)

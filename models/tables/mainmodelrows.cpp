@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // MainModel's row flags, flag rules, hidden rows and row colours.
 
 #include "mainmodel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "proxymodel.h"
 
 // Decided pair by pair: a number beside an empty or non-numeric cell

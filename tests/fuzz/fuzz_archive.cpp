@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A result archive as the cloud brings it, unpacked as the cloud panel does
 // into a data directory of its own. Whatever the archive holds, nothing may
 // be written outside that directory, and what is written there is a plain

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Replies of the cloud service, read by the client through the calls the
 // cloud panel makes: sign-in, profile, the experiment list, and for the
 // first experiments listed the participant count from rt_info and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A data file taken through the whole of a user's open: validation, the
 // record with its statistics, every cell and header of both tables in each
 // role a view asks for, flags, rules and colours, hiding and showing rows,

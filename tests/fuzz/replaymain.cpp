@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds every file of the directories named on the command line to a fuzz
 // target once, as libFuzzer would, so that the committed inputs run as an
 // ordinary test with any compiler.

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Builds the libFuzzer targets with Clang (and AddressSanitizer and
 # UndefinedBehaviorSanitizer) in build-fuzz/ and runs each in turn, one job
 # each, for the given number of seconds:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws every image of the program into a directory (rc/img by default).
 // Run it after changing a drawing and commit the PNG files it writes.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes sample data files: one file, or one experiment's files for several
 // participants, as Kelmarun writes them.
 
