@@ -156,6 +156,14 @@ ParticipantChoice Only(int participant)
     return choice;
 }
 
+// As a scale factor enlarges the text beside the widgets' least sizes.
+void ScaleFont(QWidget &widget, double scale)
+{
+    QFont font = widget.font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    widget.setFont(font);
+}
+
 } // namespace
 
 class TestPlots : public QObject
@@ -221,9 +229,7 @@ private slots:
         QFETCH(int, columns);
         QFETCH(double, fontScale);
         HistogramGrid grid;
-        QFont font = grid.font();
-        font.setPointSizeF(font.pointSizeF() * fontScale);
-        grid.setFont(font);
+        ScaleFont(grid, fontScale);
         grid.Show(HistogramBins(Conditions(conditions), ParticipantChoice()));
         grid.resize(grid.minimumSizeHint());
         grid.show();
@@ -255,9 +261,7 @@ private slots:
         QFETCH(QSize, size);
         QFETCH(double, fontScale);
         HistogramGrid grid;
-        QFont font = grid.font();
-        font.setPointSizeF(font.pointSizeF() * fontScale);
-        grid.setFont(font);
+        ScaleFont(grid, fontScale);
         grid.Show(HistogramBins(TwoConditions(SummaryFiles::Settings(kByCongruency, Procedure::Nonrecursive, "265",
                                                                      "3000")),
                                 Only(0)));
