@@ -67,6 +67,9 @@ void MainWindow::AutosizeColumns()
     const int columns = ui->rawDataView->model()->columnCount();
     const bool wide = columns > kColumnsSizedAtOnce;
     sizedColumns.assign(size_t(columns), !wide);
+    sizingPending = sizingHeld && !wide;
+    if (sizingPending)
+        return;
     const SizingDelegate::Sizing sizing(*sizingDelegate);
     if (wide)
         SizeColumnsInView();

@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 bool MainWindow::OpenFiles(QStringList file_paths)
 {
@@ -57,8 +58,7 @@ bool MainWindow::OpenFiles(QStringList file_paths)
         SetFileActionsEnabled(true);
     ui->fileNamesList->clearSelection();
     ui->list_cloud_filenames->clearSelection();
-    ui->fileNamesList->setCurrentRow(firstNewRow);
-    ui->list_cloud_filenames->setCurrentRow(firstNewRow);
+    FocusNewFile(firstNewRow);
     if (ui->tabWidget->currentIndex() == 1)
         TabsSetActionsEnabled(1);
     return true;
@@ -107,6 +107,21 @@ bool MainWindow::LoadDataFiles(const QStringList &file_paths)
     for (const QString &text : refused)
         ShowInformationBox(QStringLiteral("Zephlane"), text);
     return refused.size() < file_paths.size();
+}
+
+// Both lists take the row as their current one, and each change of their
+// selection moves the focus to it again. Sizing the columns of a table of
+// ordinary width a second time gives the widths of the first, so it is done
+// once, after the last move. A wide table sizes the columns in view, which
+// the first sizing changes, so it is sized on each move.
+void MainWindow::FocusNewFile(int row)
+{
+    sizingHeld = true;
+    ui->fileNamesList->setCurrentRow(row);
+    ui->list_cloud_filenames->setCurrentRow(row);
+    sizingHeld = false;
+    if (std::exchange(sizingPending, false))
+        AutosizeColumns();
 }
 
 // A combined record stands among the open files too, with an empty path.

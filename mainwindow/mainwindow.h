@@ -118,6 +118,7 @@ private:
     void ReleaseFocusedFile();
     QListWidget *VisibleFileList() const;
     QVector<int> SelectedFileRows() const;
+    void FocusNewFile(int row);
     bool BuildCombinedFile(const QVector<int> &rows);
     void ConnectFocusedFile();
     void DisconnectFocusedFile();
@@ -184,6 +185,10 @@ private:
     // Columns of the raw table sized to their contents since the last
     // autosizing, by model column.
     std::vector<bool> sizedColumns;
+    // While held, a table of ordinary width is not sized at once but once
+    // the hold ends; pending says that it is to be sized then.
+    bool sizingHeld = false;
+    bool sizingPending = false;
     // The marks of the titles that specificBasisDropDown lists, kept while
     // it lists them, which may be after their file has gone.
     std::vector<std::shared_ptr<const TitleMarkStore>> listedTitleMarks;

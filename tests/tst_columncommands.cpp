@@ -152,26 +152,38 @@ private slots:
     }
 
     // Cells alike are laid out once while columns are sized; the widths
-    // are those that sizing every cell on its own gives, with a flag and
-    // with texts that differ in width but not in length.
+    // are those that sizing every cell on its own gives, with a flag, with
+    // texts that differ in width but not in length, and for a second file
+    // opened while the first is shown, whose texts are longer.
     void sizesColumnsAsEachCellAsks()
     {
-        QStringList trials;
-        const QStringList words{"iii", "WWW", "\u00e9t\u00e9", "1", "11", "", "a-b"};
-        for (int row = 0; row < 60; ++row)
-            trials << QString("B%1 %2 %3 %4 %5").arg(row % 3).arg(words[row % words.size()]).arg(row % 4 ? "C" : "E")
-                          .arg(row * 7 % 13).arg(words[row % 5]);
-        driver->Open(WindowDriver::Trials(trials.join(", ")));
+        const auto trials = [](const QString &wide) {
+            QStringList rows;
+            const QStringList words{"iii", wide, "\u00e9t\u00e9", "1", "11", "", "a-b"};
+            for (int row = 0; row < 60; ++row)
+                rows << QString("B%1 %2 %3 %4 %5").arg(row % 3).arg(words[row % words.size()]).arg(row % 4 ? "C" : "E")
+                            .arg(row * 7 % 13).arg(words[row % 5]);
+            return WindowDriver::Trials(rows.join(", "));
+        };
+        driver->Open(trials("WWW"));
         QTableView *raw = driver->Raw();
+        const auto columnWidths = [raw] {
+            QVector<int> widths;
+            for (int column = 0; column < raw->model()->columnCount(); ++column)
+                widths << raw->columnWidth(column);
+            return widths;
+        };
         QVector<int> widths;
-        for (const QString &step : QStringList{"open", "flagged and refreshed"}) {
-            if (step != "open") {
+        for (const QString &step : QStringList{"open", "flagged and refreshed", "second file"}) {
+            if (step == "flagged and refreshed") {
                 WindowDriver::ClickCell(raw, 2, 0);
                 driver->Trigger("actionRefresh_Column_Autosizing");
             }
-            widths.clear();
-            for (int column = 0; column < raw->model()->columnCount(); ++column)
-                widths << raw->columnWidth(column);
+            if (step == "second file") {
+                driver->Open(trials("WWWWWWWWWWWW"));
+                QVERIFY(columnWidths() != widths);
+            }
+            widths = columnWidths();
             raw->resizeColumnsToContents();
             for (int column = 0; column < raw->model()->columnCount(); ++column)
                 QVERIFY2(raw->columnWidth(column) == widths[column], qPrintable(QString("%1 column %2").arg(step).arg(column)));
