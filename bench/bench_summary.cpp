@@ -6,6 +6,7 @@
 // file; that reading is timed on its own.
 
 #include "benchdata.h"
+#include "summaryfiles.h"
 #include "summarycomputation.h"
 #include "summarytable.h"
 
@@ -24,7 +25,7 @@ SummarySettings Settings()
 // The computation and the table that the window shows.
 void BM_SummaryRecompute(benchmark::State &state)
 {
-    const QVector<ParticipantTrials> participants = BenchData::ReadTrials(BenchData::MillionRowFiles());
+    const QVector<ParticipantTrials> participants = SummaryFiles::ReadTrials(BenchData::MillionRowFiles());
     const SummarySettings settings = Settings();
     qint64 rows = 0;
     for (const ParticipantTrials &trials : participants)
@@ -46,7 +47,7 @@ void BM_SummaryReadFiles(benchmark::State &state)
 {
     const QStringList &paths = BenchData::MillionRowFiles();
     for (auto _ : state)
-        benchmark::DoNotOptimize(BenchData::ReadTrials(paths).size());
+        benchmark::DoNotOptimize(SummaryFiles::ReadTrials(paths).size());
 }
 BENCHMARK(BM_SummaryReadFiles)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(2);
 

@@ -2,9 +2,7 @@
 #include "benchdata.h"
 
 #include "analysissession.h"
-#include "datafile.h"
 #include "samplefilewriter.h"
-#include "trialextractor.h"
 
 #include <QAction>
 #include <QFile>
@@ -107,17 +105,6 @@ const QStringList &MillionRowFiles()
             qFatal("Cannot write the sample files");
     }
     return paths;
-}
-
-QVector<ParticipantTrials> ReadTrials(const QStringList &paths)
-{
-    QVector<ParticipantTrials> participants;
-    for (const QString &path : paths) {
-        DataFile file(path);
-        const MainModel &model = file.GetMainModel();
-        participants.append(TrialExtractor::Extract(model, 0, model.TotalRowCount(), QFileInfo(path).fileName()));
-    }
-    return participants;
 }
 
 MillionRowWindow::MillionRowWindow()

@@ -3,7 +3,6 @@
 
 #include "datafilebuilder.h"
 #include "mainwindow.h"
-#include "participanttrials.h"
 
 #include <QApplication>
 
@@ -39,9 +38,6 @@ void RunToolOnParticipants(benchmark::State &state, const QString &program, QStr
 // each, 1,000,000 rows as the analysis windows must keep up with; written
 // once per program into a temporary directory.
 const QStringList &MillionRowFiles();
-// The files read into columns as the analysis session reads them, once
-// per file.
-QVector<ParticipantTrials> ReadTrials(const QStringList &paths);
 
 // The main window with MillionRowFiles() open and all selected, one
 // combined view, for the benchmarks of the analysis windows; it takes

@@ -45,7 +45,7 @@ SummaryFiles &SummaryFiles::File(const QString &name, const DataFileBuilder &bui
     return *this;
 }
 
-QVector<ParticipantTrials> SummaryFiles::Trials() const
+QVector<ParticipantTrials> SummaryFiles::ReadTrials(const QStringList &paths)
 {
     QVector<ParticipantTrials> trials;
     for (const QString &path : paths) {

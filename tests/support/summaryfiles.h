@@ -34,8 +34,10 @@ public:
     SummaryFiles &File(const QString &name, const DataFileBuilder &builder);
 
     QStringList Paths() const { return paths; }
-    // Each file opened and read as the tool reads it.
-    QVector<ParticipantTrials> Trials() const;
+    // Each file opened and read as the tool reads it, named by its file
+    // name; ReadTrials does the same for files written elsewhere.
+    QVector<ParticipantTrials> Trials() const { return ReadTrials(paths); }
+    static QVector<ParticipantTrials> ReadTrials(const QStringList &paths);
     SummaryResult Run(const SummarySettings &settings) const;
 
 private:
