@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "trialextractor.h"
 
+#include "celllist.h"
 #include "mainmodel.h"
 
 #include <QHash>
@@ -11,16 +12,6 @@
 #include <unordered_map>
 
 namespace {
-
-// Bytes that every decoding a data file may have reads as themselves.
-bool IsPlainAscii(std::string_view bytes)
-{
-    for (const char c : bytes) {
-        if (uchar(c) >= 0x80 || c == '\r')
-            return false;
-    }
-    return true;
-}
 
 // Codes the cells of one column. Cells of plain ASCII are matched by their
 // bytes, so each distinct value is decoded once; others are decoded each
@@ -45,7 +36,7 @@ private:
     int IdOf(const CellList &cells, int row)
     {
         const std::string_view bytes = cells.BytesAt(row);
-        const bool plain = IsPlainAscii(bytes);
+        const bool plain = CellList::IsPlainAscii(bytes);
         if (plain) {
             const auto known = byBytes.find(bytes);
             if (known != byBytes.end())
@@ -85,7 +76,7 @@ void ReadTimes(const CellList &cells, int firstRow, ParticipantTrials &trials)
         const double value = cells.ToDouble(firstRow + row, &ok);
         trials.times[row] = ok && std::isfinite(value) ? value : qQNaN();
         const std::string_view bytes = cells.BytesAt(firstRow + row);
-        if (IsPlainAscii(bytes)) {
+        if (CellList::IsPlainAscii(bytes)) {
             trials.timeTexts.Append(bytes.data(), int(bytes.size()));
         } else {
             const QByteArray text = cells.at(firstRow + row).toUtf8();

@@ -95,7 +95,7 @@ void DistributionsWindow::Redraw()
     const auto kind = PlotKind(ui->plotKindBox->currentIndex());
     ui->plotStack->setCurrentIndex(int(kind));
     const SummaryResult &result = session.Result();
-    data = TextTable();
+    data = [] { return TextTable(); };
     ui->binWidthUsed->clear();
     if (result.participants.isEmpty()) {
         ShowMessage(tr("No participant selected"));
@@ -109,13 +109,13 @@ void DistributionsWindow::Redraw()
     case PlotKind::Vincentiles: {
         const Vincentiles vincentiles(result, choice);
         ui->vincentilePlot->Show(vincentiles);
-        data = vincentiles.Data();
+        data = [vincentiles] { return vincentiles.Data(); };
         break;
     }
     case PlotKind::ConditionalAccuracy: {
         const ConditionalAccuracy accuracy(result, choice);
         ui->accuracyPlot->Show(accuracy);
-        data = accuracy.Data();
+        data = [accuracy] { return accuracy.Data(); };
         break;
     }
     case PlotKind::Delta:
@@ -130,7 +130,7 @@ void DistributionsWindow::DrawHistogram(const SummaryResult &result, Participant
     ui->histogramGrid->Show(bins);
     if (!bins.IsEmpty())
         ui->binWidthUsed->setText(tr("%1 ms used").arg(FixedPoint::Text(bins.Width(), kWidthDecimals)));
-    data = bins.Data();
+    data = [bins] { return bins.Data(); };
 }
 
 void DistributionsWindow::DrawDelta(const SummaryResult &result, ParticipantChoice choice)
@@ -147,7 +147,7 @@ void DistributionsWindow::DrawDelta(const SummaryResult &result, ParticipantChoi
     }
     const VincentileDeltas deltas(result, Vincentiles(result, choice), a, b);
     ui->deltaPlot->Show(deltas);
-    data = deltas.Data();
+    data = [deltas] { return deltas.Data(); };
 }
 
 void DistributionsWindow::EnableChoices()
@@ -197,5 +197,5 @@ void DistributionsWindow::ExportPlot()
 
 void DistributionsWindow::CopyData()
 {
-    QApplication::clipboard()->setText(data.TabSeparated());
+    QApplication::clipboard()->setText(data().TabSeparated());
 }

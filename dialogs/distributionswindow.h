@@ -5,6 +5,7 @@
 #include "participantchoice.h"
 #include "texttable.h"
 
+#include <functional>
 #include <memory>
 
 struct SummaryResult;
@@ -43,6 +44,7 @@ private:
     void CopyData();
 
     std::unique_ptr<Ui::DistributionsWindow> ui;
-    // The numbers behind the plot in view, for "Copy Data".
-    TextTable data;
+    // The numbers behind the plot in view, for "Copy Data": made only when
+    // asked for, as the plot is redrawn at every change of a setting.
+    std::function<TextTable()> data = [] { return TextTable(); };
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "lineplot.h"
 
-#include "plotlinedata.h"
 #include "plotpalette.h"
 
 #include <qwt_legend.h>
@@ -37,7 +36,7 @@ bool LinePlot::ShowLines(const QVector<PlotLine> &lines, const QString &empty)
                                        QSize(kSymbolSize, kSymbolSize)));
         curve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
         curve->setLegendAttribute(QwtPlotCurve::LegendShowSymbol);
-        curve->setData(new PlotLineData(line));
+        curve->setSamples(line.x.data(), line.y.data(), PlotLine::kPoints);
         curve->attach(this);
     }
     return true;

@@ -31,7 +31,12 @@ bool CellList::AsciiAt(int row, std::string_view *bytes) const
     const CellText *text = TextAt(row, bytes);
     if (text && text->Codec())
         return false;
-    return std::all_of(bytes->begin(), bytes->end(), [](char byte) { return uchar(byte) < 0x80 && byte != '\r'; });
+    return IsPlainAscii(*bytes);
+}
+
+bool CellList::IsPlainAscii(std::string_view bytes)
+{
+    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return uchar(byte) < 0x80 && byte != '\r'; });
 }
 
 double CellList::ToDouble(int row, bool *ok) const

@@ -26,6 +26,9 @@ public:
     // The cell's bytes, when its text is exactly those bytes, each one
     // character: ASCII without CRs, read as UTF-8. False otherwise.
     bool AsciiAt(int row, std::string_view *bytes) const;
+    // Bytes that every decoding a data file may have reads as themselves,
+    // one character each: ASCII without CRs.
+    static bool IsPlainAscii(std::string_view bytes);
     // The cell read as QString::toDouble or QString::toInt (base 10) would
     // read it, 0 when that fails.
     double ToDouble(int row, bool *ok) const;
