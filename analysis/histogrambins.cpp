@@ -44,9 +44,14 @@ QString CriterionText(double criterion)
 
 } // namespace
 
-int HistogramSeries::Total() const
+int HistogramSeries::Kept() const
 {
-    return std::accumulate(kept.begin(), kept.end(), 0) + std::accumulate(removed.begin(), removed.end(), 0);
+    return std::accumulate(kept.begin(), kept.end(), 0);
+}
+
+int HistogramSeries::Removed() const
+{
+    return std::accumulate(removed.begin(), removed.end(), 0);
 }
 
 HistogramBins::HistogramBins(const SummaryResult &result, ParticipantChoice choice, double width)

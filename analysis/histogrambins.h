@@ -23,7 +23,9 @@ struct HistogramSeries
     double lowerCriterion = qQNaN();
     double upperCriterion = qQNaN();
 
-    int Total() const;
+    int Kept() const;
+    int Removed() const;
+    int Total() const { return Kept() + Removed(); }
 };
 
 // The numbers behind the histogram of correct reaction times: the valid

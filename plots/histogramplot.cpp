@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace {
 
@@ -26,11 +25,6 @@ const int kMinimumWidth = 190;
 // The height of the smallest canvas, in lines of the count axis's labels:
 // enough for a few of them and the shape of the bars.
 const int kCanvasLines = 4;
-
-int Sum(const QVector<int> &counts)
-{
-    return std::accumulate(counts.begin(), counts.end(), 0);
-}
 
 QString TimeText(double time)
 {
@@ -103,8 +97,8 @@ void HistogramPlot::Show(const std::shared_ptr<const HistogramBins> &bins, int s
         ShowMessage(tr("No correct trials"));
         return;
     }
-    AddHistogram(bins, series, true, tr("%1 (%2 kept)").arg(LegendName(bars.name)).arg(Sum(bars.kept)));
-    AddHistogram(bins, series, false, tr("%1 removed").arg(Sum(bars.removed)));
+    AddHistogram(bins, series, true, tr("%1 (%2 kept)").arg(LegendName(bars.name)).arg(bars.Kept()));
+    AddHistogram(bins, series, false, tr("%1 removed").arg(bars.Removed()));
     // Criteria are labelled at the top, bounds at the bottom, so that a
     // criterion next to a bound stays readable.
     AddLine(bars.lowerCriterion, tr("criterion %1"), Qt::DashLine, Qt::AlignLeft | Qt::AlignTop);

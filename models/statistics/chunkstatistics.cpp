@@ -71,23 +71,17 @@ struct RowSums
 
 } // namespace
 
-void ChunkStatistics::Totals::Add(const Totals &other)
-{
-    for (int k = 0; k < 4; ++k) {
-        counts[k] += other.counts[k];
-        sums[k] += other.sums[k];
-    }
-}
+namespace {
 
-SectionStats ChunkStatistics::Totals::Record(const QString &name) const
+// A record named `name` with these counts and sums.
+SectionStats Record(const SlotTotals &totals, const QString &name)
 {
     SectionStats record(name);
-    for (int k = 0; k < 4; ++k) {
-        record.counts[k] = counts[k];
-        record.sums[k] = sums[k];
-    }
+    static_cast<SlotTotals &>(record) = totals;
     return record;
 }
+
+} // namespace
 
 // The sections of one column. Rows are matched to sections by the bytes of
 // their cell first, so each distinct cell is decoded only once.
@@ -119,7 +113,7 @@ public:
 
     void AddSums(int position, const RowSums &sums)
     {
-        Totals &record = totals[size_t(position)];
+        SlotTotals &record = totals[size_t(position)];
         for (int k = 0; k < 4; ++k) {
             record.counts[Slot(k)] += double(sums.counts[k]);
             record.sums[Slot(k)] += double(sums.sums[k]);
@@ -142,7 +136,7 @@ public:
         QVector<SectionStats> sections;
         sections.reserve(names.size());
         for (int i = 0; i < names.size(); ++i)
-            sections.append(totals[size_t(i)].Record(names[i]));
+            sections.append(Record(totals[size_t(i)], names[i]));
         return sections;
     }
 
@@ -165,7 +159,7 @@ private:
         const QString name = bytes.empty() ? QStringLiteral("<No Name>") : text->Decode(bytes);
         int position = NamePosition(name);
         if (position < 0)
-            position = AddSection(*knownNames->insert(name), Totals());
+            position = AddSection(*knownNames->insert(name), SlotTotals());
         keys.Insert(bytes, position);
         return position;
     }
@@ -177,7 +171,7 @@ private:
         return names.indexOf(name);
     }
 
-    int AddSection(const QString &name, const Totals &sums)
+    int AddSection(const QString &name, const SlotTotals &sums)
     {
         const int position = names.size();
         names.append(name);
@@ -194,7 +188,7 @@ private:
     bool foldsSelfCorrect;
     // The sections in the order they first appear.
     QStringList names;
-    std::vector<Totals> totals;
+    std::vector<SlotTotals> totals;
     QHash<QString, int> positions;
     CellKeys keys;
     bool lacked = false;
@@ -392,7 +386,7 @@ bool ChunkStatistics::OrderFree() const
 
 QVector<QVector<SectionStats>> ChunkStatistics::Finish(SectionStats *overall)
 {
-    *overall = this->overall.Record(QString());
+    *overall = Record(this->overall, QString());
     overall->Finish();
     QVector<QVector<SectionStats>> sections;
     sections.reserve(plan.sections.size());

@@ -67,24 +67,6 @@ public:
 private:
     class Tally;
     struct MissingCells;
-    // A record's counts and sums while rows are added, as SectionStats adds
-    // them, in plain numbers.
-    struct Totals
-    {
-        double counts[4] = {};
-        double sums[4] = {};
-
-        void AddToSlot(int slot, int rt)
-        {
-            if (slot < 0)
-                return;
-            counts[slot] += 1;
-            sums[slot] += rt;
-        }
-        void Add(const Totals &other);
-        SectionStats Record(const QString &name) const;
-    };
-
     // Rows waiting to be counted into the sections: each line's cells and
     // what the row counts as.
     class Batch
@@ -119,7 +101,7 @@ private:
     qint64 lines = 0;
     Batch batch;
     bool countsOverall = false;
-    Totals overall;
+    SlotTotals overall;
     // Every section name met, so that equal names share their text; kept
     // where the tallies find it when these statistics move.
     std::unique_ptr<QSet<QString>> knownNames;

@@ -26,14 +26,6 @@ void SectionStats::AddRow(const QString &code, int rt)
     AddToSlot(CodeIndex(code), rt);
 }
 
-void SectionStats::AddToSlot(int slot, int rt)
-{
-    if (slot < 0)
-        return;
-    counts[slot] += 1;
-    sums[slot] += rt;
-}
-
 void SectionStats::AccumulateOverall(QString &code, int rt)
 {
     if (code == QLatin1String("SC"))
@@ -50,7 +42,7 @@ void SectionStats::Finish()
         averages[k] = counts[k] == 0 ? 0.0 : sums[k] / counts[k];
 }
 
-void SectionStats::Add(const SectionStats &other)
+void SlotTotals::Add(const SlotTotals &other)
 {
     for (int k = 0; k < 4; ++k) {
         counts[k] += other.counts[k];
@@ -58,7 +50,7 @@ void SectionStats::Add(const SectionStats &other)
     }
 }
 
-void SectionStats::Subtract(const SectionStats &other)
+void SlotTotals::Subtract(const SlotTotals &other)
 {
     for (int k = 0; k < 4; ++k) {
         counts[k] -= other.counts[k];

@@ -11,16 +11,33 @@
 // "SC" 3, anything else -1.
 int CodeIndex(const QString &code);
 
-// Response statistics of the whole file or of one named section, by code slot.
-struct SectionStats
+// Counts and sums of reaction times by code slot, added up row by row.
+// Four slots each; fixed arrays rather than containers, as a wide file
+// holds hundreds of thousands of records.
+struct SlotTotals
 {
-    // Four slots each; fixed arrays rather than containers, as a wide file
-    // holds hundreds of thousands of records.
     using Slots = std::array<double, 4>;
 
-    QString name;
     Slots counts = {};
     Slots sums = {};
+
+    // Counts a row whose code is in `slot`; a slot of -1 counts nowhere.
+    // Inline, as the reader calls it for every cell of a section column.
+    void AddToSlot(int slot, int rt)
+    {
+        if (slot < 0)
+            return;
+        counts[slot] += 1;
+        sums[slot] += rt;
+    }
+    void Add(const SlotTotals &other);
+    void Subtract(const SlotTotals &other);
+};
+
+// Response statistics of the whole file or of one named section, by code slot.
+struct SectionStats : SlotTotals
+{
+    QString name;
     Slots percents = {};
     Slots averages = {};
 
@@ -28,13 +45,9 @@ struct SectionStats
     explicit SectionStats(const QString &name);
 
     void AddRow(const QString &code, int rt);
-    // AddRow for a code already turned into its slot.
-    void AddToSlot(int slot, int rt);
     // Counts "SC" as "C"; the caller's code is changed as well.
     void AccumulateOverall(QString &code, int rt);
     void Finish();
-    void Add(const SectionStats &other);
-    void Subtract(const SectionStats &other);
     int TotalCount() const;
 
     // `dataType` 0 counts, 1 percents, 2 averages.
