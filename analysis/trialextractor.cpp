@@ -2,6 +2,7 @@
 #include "trialextractor.h"
 
 #include "celllist.h"
+#include "cellkeys.h"
 #include "mainmodel.h"
 
 #include <QHash>
@@ -9,7 +10,6 @@
 
 #include <cmath>
 #include <string_view>
-#include <unordered_map>
 
 namespace {
 
@@ -38,9 +38,9 @@ private:
         const std::string_view bytes = cells.BytesAt(row);
         const bool plain = CellList::IsPlainAscii(bytes);
         if (plain) {
-            const auto known = byBytes.find(bytes);
-            if (known != byBytes.end())
-                return known->second;
+            const int known = byBytes.Find(bytes);
+            if (known >= 0)
+                return known;
         }
         QString text = cells.at(row);
         if (text.isEmpty())
@@ -52,14 +52,14 @@ private:
             byText.insert(text, id);
         }
         if (plain)
-            byBytes.emplace(bytes, id);
+            byBytes.Insert(bytes, id);
         return id;
     }
 
     QString emptyText;
     CodedColumn column;
     QHash<QString, int> byText;
-    std::unordered_map<std::string_view, int> byBytes;
+    CellKeys byBytes;
 };
 
 CodedColumn UniformColumn(const QString &text, int rowCount)
